@@ -1,0 +1,24 @@
+# Compiler settings shared by every target of the project.
+
+find_program(CORVALA_CCACHE ccache)
+if(CORVALA_CCACHE)
+    set(CMAKE_CXX_COMPILER_LAUNCHER ${CORVALA_CCACHE})
+endif()
+
+add_compile_options(-Wall -Wextra -Wpedantic -Wshadow -Wnon-virtual-dtor -Wold-style-cast
+                    -Woverloaded-virtual)
+if(CORVALA_WERROR)
+    add_compile_options(-Werror)
+endif()
+
+if(CORVALA_SANITIZE)
+    add_compile_options(-fsanitize=${CORVALA_SANITIZE} -fno-omit-frame-pointer
+                        -fno-sanitize-recover=all)
+    add_link_options(-fsanitize=${CORVALA_SANITIZE})
+endif()
+
+if(CORVALA_FUZZ)
+    # Libraries get coverage instrumentation; the harness links the fuzzer's main.
+    add_compile_options(-fsanitize=fuzzer-no-link,address,undefined -fno-omit-frame-pointer)
+    add_link_options(-fsanitize=address,undefined)
+endif()

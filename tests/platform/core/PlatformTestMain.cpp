@@ -1,0 +1,22 @@
+#include "PlatformTestSupport.h"
+
+#include "KSL/StationUtils.h"
+
+#include <QCoreApplication>
+#include <gtest/gtest.h>
+
+namespace {
+
+// Host-wide state must not leak from one test into the next.
+class ResetHostStateAfterEachTest : public testing::EmptyTestEventListener {
+    void OnTestEnd(const testing::TestInfo&) override { platform_test::ResetHostState(); }
+};
+
+} // namespace
+
+int main(int argc, char** argv) {
+    QCoreApplication app(argc, argv);
+    testing::InitGoogleTest(&argc, argv);
+    testing::UnitTest::GetInstance()->listeners().Append(new ResetHostStateAfterEachTest);
+    return RUN_ALL_TESTS();
+}

@@ -1,0 +1,18 @@
+#pragma once
+
+namespace platform::core {
+
+// One reversible change of the project model. Apply and Revert each bring the
+// model from one state to the other and broadcast the change messages that
+// describe the transition, the same messages in both directions' terms.
+class ModelEdit {
+public:
+    virtual ~ModelEdit() = default;
+
+    // Returns false, changing nothing, when the model no longer holds what the
+    // edit acts on (a change made without an undo step removed it).
+    virtual bool Apply() = 0;
+    virtual bool Revert() = 0;
+};
+
+} // namespace platform::core

@@ -1,0 +1,171 @@
+#include "UndoStack.h"
+
+#include "KSL/Exception.h"
+#include "ModelEdit.h"
+#include "zelcore/Localization.h"
+
+#include <QString>
+#include <QUndoCommand>
+#include <QUndoStack>
+
+#include <utility>
+
+namespace platform::core {
+
+struct UndoStack::Impl {
+    QUndoStack stack;
+    std::function<void()> onChanged;
+    bool applyingStep = false;
+    // A change without an undo step since the last MarkClean.
+    bool changedOutsideHistory = false;
+};
+
+namespace {
+
+class ApplyingStepScope {
+public:
+    explicit ApplyingStepScope(bool& flag)
+        : flag_(flag)
+        , previous_(std::exchange(flag, true)) {}
+    ~ApplyingStepScope() { flag_ = previous_; }
+
+private:
+    bool& flag_;
+    bool previous_;
+};
+
+// One undo step. The edit is already applied when the step is pushed, so the
+// redo that QUndoStack::push performs is skipped. An edit that can no longer
+// apply makes its step obsolete, and QUndoStack drops it.
+class EditCommand final : public QUndoCommand {
+public:
+    EditCommand(std::unique_ptr<ModelEdit> edit, const QString& name, bool& applyingStep)
+        : QUndoCommand(name)
+        , edit_(std::move(edit))
+        , applyingStep_(applyingStep) {}
+
+    void redo() override {
+        if (std::exchange(alreadyApplied_, false)) {
+            return;
+        }
+        ApplyingStepScope scope(applyingStep_);
+        if (!edit_->Apply()) {
+            setObsolete(true);
+        }
+    }
+
+    void undo() override {
+        ApplyingStepScope scope(applyingStep_);
+        if (!edit_->Revert()) {
+            setObsolete(true);
+        }
+    }
+
+private:
+    std::unique_ptr<ModelEdit> edit_;
+    bool& applyingStep_;
+    bool alreadyApplied_ = true;
+};
+
+QString ToQString(const zelcore::UTF16String& s) {
+    return QString::fromUtf16(s.data(), static_cast<qsizetype>(s.size()));
+}
+
+zelcore::UTF16String FromQString(const QString& s) {
+    return zelcore::UTF16String(reinterpret_cast<const char16_t*>(s.utf16()),
+                                static_cast<std::size_t>(s.size()));
+}
+
+} // namespace
+
+UndoStack::UndoStack(std::function<void()> onChanged)
+    : impl_(std::make_unique<Impl>()) {
+    impl_->onChanged = std::move(onChanged);
+}
+
+UndoStack::~UndoStack() = default;
+
+void UndoStack::Execute(std::unique_ptr<ModelEdit> edit, UndoMode mode,
+                        std::u16string_view actionName) {
+    if (mode == UndoMode::kAsUndoStep && impl_->applyingStep) {
+        throw KSL::Exception("an undo step was requested while another change is being applied");
+    }
+    const bool wasClean = IsClean();
+    {
+        ApplyingStepScope scope(impl_->applyingStep);
+        if (!edit->Apply()) {
+            throw KSL::Exception("the change does not apply to the project as it is");
+        }
+    }
+    if (mode == UndoMode::kAsUndoStep) {
+        const QString name =
+            actionName.empty() ? QString() : ToQString(zelcore::Localize(actionName));
+        impl_->stack.push(new EditCommand(std::move(edit), name, impl_->applyingStep));
+        impl_->onChanged();
+        return;
+    }
+    impl_->changedOutsideHistory = true;
+    if (wasClean) {
+        impl_->onChanged();
+    }
+}
+
+bool UndoStack::IsApplyingStep() const {
+    return impl_->applyingStep;
+}
+
+bool UndoStack::CanUndo() const {
+    return impl_->stack.canUndo();
+}
+bool UndoStack::CanRedo() const {
+    return impl_->stack.canRedo();
+}
+
+zelcore::UTF16String UndoStack::GetUndoStepName() const {
+    return FromQString(impl_->stack.undoText());
+}
+
+zelcore::UTF16String UndoStack::GetRedoStepName() const {
+    return FromQString(impl_->stack.redoText());
+}
+
+void UndoStack::Undo() {
+    if (!CanUndo() || impl_->applyingStep) {
+        return;
+    }
+    impl_->stack.undo();
+    impl_->onChanged();
+}
+
+void UndoStack::Redo() {
+    if (!CanRedo() || impl_->applyingStep) {
+        return;
+    }
+    impl_->stack.redo();
+    impl_->onChanged();
+}
+
+std::size_t UndoStack::GetStepCount() const {
+    return static_cast<std::size_t>(impl_->stack.count());
+}
+
+std::size_t UndoStack::GetDoneStepCount() const {
+    return static_cast<std::size_t>(impl_->stack.index());
+}
+
+bool UndoStack::IsClean() const {
+    return impl_->stack.isClean() && !impl_->changedOutsideHistory;
+}
+
+void UndoStack::MarkClean() {
+    impl_->stack.setClean();
+    impl_->changedOutsideHistory = false;
+    impl_->onChanged();
+}
+
+void UndoStack::Clear() {
+    impl_->stack.clear();
+    impl_->onChanged();
+}
+
+} // namespace platform::core

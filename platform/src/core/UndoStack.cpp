@@ -85,9 +85,9 @@ UndoStack::UndoStack(std::function<void()> onChanged)
 
 UndoStack::~UndoStack() = default;
 
-void UndoStack::Execute(std::unique_ptr<ModelEdit> edit, UndoMode mode,
+void UndoStack::Execute(std::unique_ptr<ModelEdit> edit, BE::UndoMode mode,
                         std::u16string_view actionName) {
-    if (mode == UndoMode::kAsUndoStep && impl_->applyingStep) {
+    if (mode == BE::UndoMode::kAsUndoStep && impl_->applyingStep) {
         throw KSL::Exception("an undo step was requested while another change is being applied");
     }
     const bool wasClean = IsClean();
@@ -97,7 +97,7 @@ void UndoStack::Execute(std::unique_ptr<ModelEdit> edit, UndoMode mode,
             throw KSL::Exception("the change does not apply to the project as it is");
         }
     }
-    if (mode == UndoMode::kAsUndoStep) {
+    if (mode == BE::UndoMode::kAsUndoStep) {
         const QString name =
             actionName.empty() ? QString() : ToQString(zelcore::Localize(actionName));
         impl_->stack.push(new EditCommand(std::move(edit), name, impl_->applyingStep));

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "BE/IUndoHistory.h"
+#include "BE/UndoMode.h"
 
 #include <functional>
 #include <memory>
@@ -9,8 +10,6 @@
 namespace platform::core {
 
 class ModelEdit;
-
-enum class UndoMode { kWithoutUndoStep, kAsUndoStep };
 
 // The project's history over a QUndoStack. Every model change runs through
 // Execute, so that changes with and without an undo step share one code path.
@@ -25,7 +24,7 @@ public:
     // apply, and for an undo step requested while another change is applied,
     // undone or redone: a listener of its change messages must not start a
     // step inside it. Changes without a step are allowed there.
-    void Execute(std::unique_ptr<ModelEdit> edit, UndoMode mode, std::u16string_view actionName);
+    void Execute(std::unique_ptr<ModelEdit> edit, BE::UndoMode mode, std::u16string_view actionName);
 
     // True while a change is applied, undone or redone.
     bool IsApplyingStep() const;

@@ -11,8 +11,8 @@
 
 namespace {
 
+using BE::UndoMode;
 using platform::core::ModelEdit;
-using platform::core::UndoMode;
 using platform::core::UndoStack;
 
 // Adds a number to a shared value; can be made unable to apply from outside.

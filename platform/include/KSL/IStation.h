@@ -2,6 +2,7 @@
 
 #include "KSL/IObject.h"
 #include "KSL/ImmutableString.h"
+#include "KSL/InterfaceRef.h"
 
 namespace KSL {
 
@@ -12,5 +13,11 @@ public:
 
     virtual StationID GetStationID() const = 0;
 };
+
+// The station of the object, or a null StationID when it has none.
+template <typename T> StationID StationOf(const InterfaceRef<T>& object) {
+    const InterfaceRef<IStation> station = object.template QueryInterface<IStation>();
+    return station ? station->GetStationID() : StationID();
+}
 
 } // namespace KSL

@@ -79,7 +79,11 @@ TEST(InterfaceRefTest, QueriesOtherInterfacesOfTheSameObjectByGuid) {
     EXPECT_EQ(station.QueryInterface<IGreeter>(), greeter);
     EXPECT_FALSE(greeter.QueryInterface<IUnsupported>());
     EXPECT_FALSE(KSL::InterfaceRef<IGreeter>().QueryInterface<KSL::IStation>());
+    EXPECT_EQ(KSL::StationOf(greeter), KSL::StationID("greeter"));
+    EXPECT_TRUE(KSL::StationOf(KSL::InterfaceRef<IGreeter>()).IsNull());
     EXPECT_EQ(static_cast<Greeter*>(greeter.Get())->RefCount(), 2);
+    station.Reset();
+    EXPECT_EQ(static_cast<Greeter*>(greeter.Get())->RefCount(), 1);
 }
 
 TEST(InterfaceRefTest, ComparesByIdentityAndConvertsToBaseInterfaces) {

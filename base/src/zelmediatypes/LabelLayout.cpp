@@ -1,5 +1,6 @@
 #include "LabelLayout.h"
 
+#include <optional>
 #include <stdexcept>
 #include <string>
 

@@ -15,9 +15,11 @@ using namespace zelmediatypes;
 
 #if defined(__SANITIZE_ADDRESS__)
 // libavutil formats every oracle label with snprintf, and AddressSanitizer's check of each printf
-// format would triple the time of the day-long loops below. Nothing in this test binary hands
-// printf memory of its own to check beyond the oracle's fixed buffer.
-extern "C" const char* __asan_default_options() { return "check_printf=0"; }
+// call would double the time of the day-long loops below. The only printf caller in this binary
+// is libavutil, writing into the oracle's fixed buffer.
+extern "C" const char* __asan_default_options() {
+    return "check_printf=0";
+}
 #endif
 
 namespace {
@@ -43,7 +45,7 @@ void ExpectADayOfLabelsMatchesLibavutil(TimeDisplay display, AVRational rate) {
             FAIL() << "frame " << frame << ": " << label << " parses as " << parse;
         }
     }
-    // The day's last label, then the next day starting from the day's first label past 24 hours.
+    // The loop covered exactly one day, and labels go on past 24 hours rather than wrapping.
     EXPECT_EQ(std::string(expected),
               frameRate.TimecodeFramesPerSecond() == 30 ? "23:59:59;29" : "23:59:59;59");
     EXPECT_EQ(FormatTimeLabel(frameRate.FrameDuration() * framesPerDay, display, frameRate),

@@ -2,7 +2,9 @@
 
 #include <gtest/gtest.h>
 
+#include <cstddef>
 #include <cstdint>
+#include <iterator>
 #include <limits>
 
 using zelmediatypes::FrameRate;
@@ -27,8 +29,10 @@ TEST(FrameRate, EveryStandardRateHasItsExactTicksPerFrame) {
         {zelmediatypes::kFrameRate_60, 4233600000, 60, false},
     };
     ASSERT_EQ(std::size(expected), zelmediatypes::kStandardFrameRates.size());
-    for (const Expected& e : expected) {
+    for (std::size_t i = 0; i < std::size(expected); ++i) {
+        const Expected& e = expected[i];
         SCOPED_TRACE(testing::PrintToString(e.rate));
+        EXPECT_EQ(zelmediatypes::kStandardFrameRates[i], e.rate);
         EXPECT_EQ(e.rate.TicksPerFrame(), e.ticksPerFrame);
         EXPECT_EQ(e.rate.TicksPerFrame() * e.rate.FramesPerSecondNumerator(),
                   kTicksPerSecond * e.rate.FramesPerSecondDenominator())

@@ -31,7 +31,9 @@ inline TextSpanAttributes Italic() {
     return a;
 }
 
-inline zelcore::UTF16String U(std::u16string_view text) { return {text.data(), text.size()}; }
+inline zelcore::UTF16String U(std::u16string_view text) {
+    return {text.data(), text.size()};
+}
 
 // One paragraph per inner list, unplaced.
 inline CaptionPtr MakeCaption(std::initializer_list<std::initializer_list<SpanSpec>> paragraphs) {
@@ -59,8 +61,9 @@ inline CaptionPtr MakeGridCaption(std::initializer_list<GridLine> lines, int col
     for (const GridLine& line : lines) {
         CaptionTextParagraphPtr paragraph(new zelcaptioning::CaptionTextParagraph);
         paragraph->AppendCaptionTextSpan(new zelcaptioning::CaptionTextSpan(U(line.text), {}));
-        paragraph->SetCaptionPosition(zelcaptioning::Position(
-            zelcaptioning::Rational(line.column, columns), zelcaptioning::Rational(line.row, rows)));
+        paragraph->SetCaptionPosition(
+            zelcaptioning::Position(zelcaptioning::Rational(line.column, columns),
+                                    zelcaptioning::Rational(line.row, rows)));
         caption->AppendCaptionTextParagraph(paragraph);
     }
     return caption;
@@ -76,7 +79,9 @@ inline std::vector<std::string> SpanTexts(const Caption& caption, std::uint64_t 
     return texts;
 }
 
-inline std::string PlainText(const Caption& caption) { return zelcore::ToUTF8(caption.GetPlainText()); }
+inline std::string PlainText(const Caption& caption) {
+    return zelcore::ToUTF8(caption.GetPlainText());
+}
 
 inline zelcaptioning::CaptionTextSpanPtr SpanAt(const Caption& caption, std::uint64_t paragraph,
                                                 std::uint64_t span) {

@@ -18,7 +18,8 @@ public:
 
     static constexpr int kRows = 15;
 
-    explicit EditingScript(Choose choose) : choose_(std::move(choose)) {}
+    explicit EditingScript(Choose choose)
+        : choose_(std::move(choose)) {}
 
     // Hands the editor a random caption of grid or pixel layout.
     void Start() {

@@ -26,7 +26,9 @@ inline UTF8String ToUTF8(const UTF16String& utf16) {
     return ToUTF8(std::u16string_view(utf16.data(), utf16.size()));
 }
 
-inline std::u16string_view View(const UTF16String& s) { return {s.data(), s.size()}; }
+inline std::u16string_view View(const UTF16String& s) {
+    return {s.data(), s.size()};
+}
 
 namespace utility {
 // Prints as UTF-8 in double quotes, so test failures read well. Declared here

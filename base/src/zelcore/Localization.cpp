@@ -38,6 +38,8 @@ UTF16String Localize(std::u16string_view keyAndDefault) {
     return Localize(ToUTF8(keyAndDefault));
 }
 
-void InstallTranslationTable(TranslationTable table) { Table() = std::move(table); }
+void InstallTranslationTable(TranslationTable table) {
+    Table() = std::move(table);
+}
 
 } // namespace zelcore

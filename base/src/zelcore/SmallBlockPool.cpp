@@ -105,12 +105,16 @@ Pool& ThePool() {
 
 } // namespace
 
-void* SmallBlockPool::Allocate(std::size_t bytes) { return ThePool().Allocate(bytes); }
+void* SmallBlockPool::Allocate(std::size_t bytes) {
+    return ThePool().Allocate(bytes);
+}
 
 void SmallBlockPool::Deallocate(void* block, std::size_t bytes) noexcept {
     ThePool().Deallocate(block, bytes);
 }
 
-SmallBlockPool::Stats SmallBlockPool::GetStats() { return ThePool().GetStats(); }
+SmallBlockPool::Stats SmallBlockPool::GetStats() {
+    return ThePool().GetStats();
+}
 
 } // namespace zelcore::utility

@@ -50,7 +50,8 @@ public:
 
     // The rectangle the line covers in an area of width × height pixels; empty
     // for a paragraph that was never placed.
-    void GetUsedRect(std::int64_t width, std::int64_t height, zelcore::geom::RectT<int>& rect) const;
+    void GetUsedRect(std::int64_t width, std::int64_t height,
+                     zelcore::geom::RectT<int>& rect) const;
     // The line's top and bottom in an area `height` high; both 0 when unplaced.
     void GetVerticalPosition(std::int64_t height, std::int64_t& top, std::int64_t& bottom) const;
 
@@ -69,6 +70,11 @@ private:
 };
 
 using CaptionTextParagraphPtr = boost::intrusive_ptr<CaptionTextParagraph>;
+
+// True for an existing paragraph that has been given a position.
+inline bool IsPlaced(const CaptionTextParagraphPtr& paragraph) {
+    return paragraph && paragraph->GetCaptionPosition() != kPosition_Uninitialized;
+}
 
 std::ostream& operator<<(std::ostream& os, const CaptionTextParagraph& paragraph);
 

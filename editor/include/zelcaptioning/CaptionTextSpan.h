@@ -12,7 +12,8 @@ class CaptionTextSpan : public RefCounted {
 public:
     CaptionTextSpan() = default;
     CaptionTextSpan(const zelcore::UTF16String& text, const TextSpanAttributes& attributes)
-        : text_(text), attributes_(attributes) {}
+        : text_(text)
+        , attributes_(attributes) {}
     ~CaptionTextSpan() override = default;
 
     // A new span with the same text and attributes.

@@ -28,7 +28,11 @@ public:
     float alpha = 0.0f;
 
     constexpr CaptioningColor() = default;
-    constexpr CaptioningColor(float r, float g, float b, float a) : red(r), green(g), blue(b), alpha(a) {}
+    constexpr CaptioningColor(float r, float g, float b, float a)
+        : red(r)
+        , green(g)
+        , blue(b)
+        , alpha(a) {}
 
     void SetRGBA(float r, float g, float b, float a) { *this = CaptioningColor(r, g, b, a); }
     float Alpha() const { return alpha; }

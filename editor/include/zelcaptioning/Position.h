@@ -15,7 +15,9 @@ using Rational = boost::rational<std::int64_t>;
 class Position {
 public:
     Position() = default;
-    Position(const Rational& x, const Rational& y) : x_(x), y_(y) {}
+    Position(const Rational& x, const Rational& y)
+        : x_(x)
+        , y_(y) {}
 
     const Rational& GetX() const { return x_; }
     const Rational& GetY() const { return y_; }

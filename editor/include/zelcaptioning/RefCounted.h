@@ -26,7 +26,11 @@ private:
     mutable std::atomic<std::int32_t> refCount_{0};
 };
 
-inline void intrusive_ptr_add_ref(const RefCounted* object) noexcept { object->AddRef(); }
-inline void intrusive_ptr_release(const RefCounted* object) noexcept { object->Release(); }
+inline void intrusive_ptr_add_ref(const RefCounted* object) noexcept {
+    object->AddRef();
+}
+inline void intrusive_ptr_release(const RefCounted* object) noexcept {
+    object->Release();
+}
 
 } // namespace zelcaptioning

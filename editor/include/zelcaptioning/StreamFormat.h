@@ -14,7 +14,7 @@ enum StreamFormat : std::uint32_t {
     kStreamFormat_None = 0,
     kStreamFormat_CEA608 = 608,
     kStreamFormat_CEA708 = 708,
-    kStreamFormat_Teletext = 0x54545854, // 'TTXT'
+    kStreamFormat_Teletext = 0x54545854,     // 'TTXT'
     kStreamFormat_OpenCaptions = 0x4F50454E, // 'OPEN'
 };
 

@@ -39,8 +39,7 @@ void Normalise(Caption& caption) {
 } // namespace
 
 void CaptionTextEditor::SetCaption(const CaptionPtr& caption, std::int32_t columnCount,
-                                   std::int32_t rowCount, std::int32_t width,
-                                   std::int32_t height) {
+                                   std::int32_t rowCount, std::int32_t width, std::int32_t height) {
     if (caption == workingCopy_) {
         return;
     }

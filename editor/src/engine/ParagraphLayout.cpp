@@ -25,16 +25,11 @@ namespace caption_editor {
 
 using zelcaptioning::CaptionTextParagraph;
 using zelcaptioning::CaptionTextParagraphPtr;
-using zelcaptioning::kPosition_Uninitialized;
 using zelcaptioning::Position;
 using zelcaptioning::Rational;
 using zelcaptioning::ValueWithScale;
 
 namespace {
-
-bool IsPlaced(const CaptionTextParagraphPtr& paragraph) {
-    return paragraph && paragraph->GetCaptionPosition() != kPosition_Uninitialized;
-}
 
 void SetX(CaptionTextParagraph& paragraph, const Rational& x) {
     Position position = paragraph.GetCaptionPosition();
@@ -81,7 +76,8 @@ void CaptionTextEditor::SetCaptionType(zelcaptioning::CaptionType type) {
             // The walk remembers only the last two placed lines, so the base row
             // is the lower of those two, not of the whole caption: deliberate.
             std::vector<CaptionTextParagraphPtr> placed;
-            std::copy_if(paragraphs.begin(), paragraphs.end(), std::back_inserter(placed), IsPlaced);
+            std::copy_if(paragraphs.begin(), paragraphs.end(), std::back_inserter(placed),
+                         [](const auto& p) { return IsPlaced(p); });
             std::int32_t baseRow = 0;
             for (std::size_t i = 0; i < placed.size(); ++i) {
                 baseRow = std::max(RowOf(*placed[i == 0 ? 0 : i - 1]), RowOf(*placed[i]));
@@ -97,7 +93,8 @@ void CaptionTextEditor::SetCaptionType(zelcaptioning::CaptionType type) {
             }
             for (std::int32_t i = 0; i < count; ++i) {
                 if (IsPlaced(paragraphs[i])) {
-                    SetY(*paragraphs[i], Rational(std::min(firstRow + i, rowCount_ - 1), rowCount_));
+                    SetY(*paragraphs[i],
+                         Rational(std::min(firstRow + i, rowCount_ - 1), rowCount_));
                 }
             }
         }
@@ -134,7 +131,8 @@ void CaptionTextEditor::SetAlignment(zelcaptioning::TextAlignmentType alignment,
     if (!workingCopy_) {
         return;
     }
-    const auto paragraphs = detail::DistinctParagraphs(detail::GatherSpans(*workingCopy_, start, end));
+    const auto paragraphs =
+        detail::DistinctParagraphs(detail::GatherSpans(*workingCopy_, start, end));
     zelcore::geom::RectT<int> all;
     if (!pixelLayout_) {
         for (const detail::ParagraphRef& ref : paragraphs) {
@@ -176,7 +174,8 @@ void CaptionTextEditor::SetAlignment(zelcaptioning::TextAlignmentType alignment,
 }
 
 void CaptionTextEditor::SetParagraphRow(std::uint64_t index, std::int32_t row) {
-    if (pixelLayout_ || !workingCopy_ || rowCount_ <= 0 || index >= workingCopy_->GetNumParagraphs()) {
+    if (pixelLayout_ || !workingCopy_ || rowCount_ <= 0 ||
+        index >= workingCopy_->GetNumParagraphs()) {
         return;
     }
     CaptionTextParagraphPtr paragraph = workingCopy_->GetCaptionTextParagraph(index);
@@ -187,7 +186,8 @@ void CaptionTextEditor::SetParagraphRow(std::uint64_t index, std::int32_t row) {
 }
 
 void CaptionTextEditor::MoveParagraphByRows(std::uint64_t index, std::int32_t deltaRows) {
-    if (pixelLayout_ || !workingCopy_ || rowCount_ <= 0 || index >= workingCopy_->GetNumParagraphs()) {
+    if (pixelLayout_ || !workingCopy_ || rowCount_ <= 0 ||
+        index >= workingCopy_->GetNumParagraphs()) {
         return;
     }
     CaptionTextParagraphPtr paragraph = workingCopy_->GetCaptionTextParagraph(index);
@@ -204,7 +204,8 @@ void CaptionTextEditor::MoveParagraphByRows(std::uint64_t index, std::int32_t de
     SetY(*paragraph, y);
 }
 
-void CaptionTextEditor::MoveRows(std::int32_t firstRow, std::int32_t count, std::int32_t deltaRows) {
+void CaptionTextEditor::MoveRows(std::int32_t firstRow, std::int32_t count,
+                                 std::int32_t deltaRows) {
     if (pixelLayout_ || !workingCopy_ || rowCount_ <= 0) {
         return;
     }
@@ -229,7 +230,8 @@ void CaptionTextEditor::SetBlockAnchor(std::int32_t column, std::int32_t row, st
     const zelcaptioning::AnchorID anchor = AnchorFromCell(column, row);
     for (const detail::ParagraphRef& ref :
          detail::DistinctParagraphs(detail::GatherSpans(*workingCopy_, start, end))) {
-        zelcaptioning::ParagraphStyleAttributes style = ref.paragraph->GetParagraphStyleAttributes();
+        zelcaptioning::ParagraphStyleAttributes style =
+            ref.paragraph->GetParagraphStyleAttributes();
         if (style.GetAnchorID() != anchor) {
             style.SetAnchorID(anchor);
             ref.paragraph->SetParagraphStyleAttributes(style);

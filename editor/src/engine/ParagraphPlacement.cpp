@@ -9,16 +9,11 @@ namespace caption_editor {
 
 using zelcaptioning::CaptionTextParagraph;
 using zelcaptioning::CaptionTextParagraphPtr;
-using zelcaptioning::kPosition_Uninitialized;
 using zelcaptioning::Position;
 using zelcaptioning::Rational;
 using zelcaptioning::ValueWithScale;
 
 namespace {
-
-bool IsPlaced(const CaptionTextParagraphPtr& paragraph) {
-    return paragraph && paragraph->GetCaptionPosition() != kPosition_Uninitialized;
-}
 
 // How many placed paragraphs stand on each row of the grid.
 std::vector<int> CountRows(const zelcaptioning::Caption& caption, std::int32_t rowCount) {
@@ -40,7 +35,9 @@ std::vector<int> CountRows(const zelcaptioning::Caption& caption, std::int32_t r
 
 void CaptionTextEditor::MakeRoomOnRow(std::int32_t& row) {
     const std::vector<int> counts = CountRows(*workingCopy_, rowCount_);
-    const auto taken = [&](std::int32_t r) { return r >= 0 && r < rowCount_ && counts[r] > 0; };
+    const auto taken = [&](std::int32_t r) {
+        return r >= 0 && r < rowCount_ && counts[r] > 0;
+    };
     if (row < rowCount_) {
         row = std::max(row, 0);
         if (!taken(row)) {
@@ -73,15 +70,16 @@ void CaptionTextEditor::MakeRoomOnRow(std::int32_t& row) {
 void CaptionTextEditor::InsertParagraph(std::uint64_t index, const CaptionTextParagraphPtr& added,
                                         const CaptionTextParagraphPtr& origin,
                                         std::uint64_t originLengthBefore) {
-    const bool addedAfterOrigin = origin && index > 0 &&
-                                  workingCopy_->GetCaptionTextParagraph(index - 1) == origin;
+    const bool addedAfterOrigin =
+        origin && index > 0 && workingCopy_->GetCaptionTextParagraph(index - 1) == origin;
     if (pixelLayout_) {
-        const bool free = added->GetParagraphStyleAttributes().GetAnchorID() ==
-                          zelcaptioning::kAnchorID_Free;
+        const bool free =
+            added->GetParagraphStyleAttributes().GetAnchorID() == zelcaptioning::kAnchorID_Free;
         std::uint64_t first = zelcaptioning::Caption::kNoBlock;
         std::uint64_t last = first;
         if (free && IsPlaced(origin)) {
-            workingCopy_->GetTextBlock(addedAfterOrigin ? index - 1 : index, areaHeight_, first, last);
+            workingCopy_->GetTextBlock(addedAfterOrigin ? index - 1 : index, areaHeight_, first,
+                                       last);
         }
         workingCopy_->InsertCaptionTextParagraph(index, added);
         if (first != zelcaptioning::Caption::kNoBlock) {
@@ -90,7 +88,8 @@ void CaptionTextEditor::InsertParagraph(std::uint64_t index, const CaptionTextPa
                 const std::int64_t below =
                     ValueWithScale(position.GetY(), areaHeight_, true) +
                     static_cast<std::int64_t>(origin->GetParagraphLineHeight());
-                position.SetY(Rational(std::min<std::int64_t>(below, areaHeight_ - 1), areaHeight_));
+                position.SetY(
+                    Rational(std::min<std::int64_t>(below, areaHeight_ - 1), areaHeight_));
             }
             added->SetCaptionPosition(position);
             workingCopy_->MoveParagraphsVertically(index + 1, last + 1, false,
@@ -117,7 +116,8 @@ void CaptionTextEditor::InsertParagraph(std::uint64_t index, const CaptionTextPa
         MakeRoomOnRow(row);
     }
     // Both lines keep the block's edge or centre that the split line had.
-    const std::int64_t left = ValueWithScale(origin->GetCaptionPosition().GetX(), columnCount_, true);
+    const std::int64_t left =
+        ValueWithScale(origin->GetCaptionPosition().GetX(), columnCount_, true);
     const auto originLength = static_cast<std::int64_t>(origin->GetParagraphTextLength());
     const auto addedLength = static_cast<std::int64_t>(added->GetParagraphTextLength());
     const auto before = static_cast<std::int64_t>(originLengthBefore);
@@ -149,8 +149,8 @@ void CaptionTextEditor::RemoveJoinedParagraph(std::uint64_t index) {
     if (pixelLayout_) {
         std::uint64_t first = zelcaptioning::Caption::kNoBlock;
         std::uint64_t last = first;
-        if (IsPlaced(removed) && removed->GetParagraphStyleAttributes().GetAnchorID() ==
-                                     zelcaptioning::kAnchorID_Free) {
+        if (IsPlaced(removed) &&
+            removed->GetParagraphStyleAttributes().GetAnchorID() == zelcaptioning::kAnchorID_Free) {
             workingCopy_->GetTextBlock(index, areaHeight_, first, last);
         }
         workingCopy_->RemoveCaptionTextParagraph(removed);

@@ -27,9 +27,9 @@ std::vector<SpanRecord> GatherSpans(const zelcaptioning::Caption& caption, std::
             const std::uint64_t first = position;
             const std::uint64_t n = span->GetTextLength();
             const std::uint64_t last = first + std::max<std::uint64_t>(n, 1) - 1;
-            const bool taken = length > 0
-                                   ? start + length > first && start <= last
-                                   : (start > first && start <= last + 1) || (s == 0 && start == first);
+            const bool taken =
+                length > 0 ? start + length > first && start <= last
+                           : (start > first && start <= last + 1) || (s == 0 && start == first);
             if (taken) {
                 records.push_back({std::move(span), s, first, n, paragraph, p});
             }
@@ -72,8 +72,8 @@ void SplitSpan(zelcaptioning::CaptionTextParagraph& paragraph, const CaptionText
     }
     span->SetCaptionText(text.substr(offset, length));
     if (offset + length < text.size()) {
-        paragraph.InsertCaptionTextSpan(
-            index + 1, new zelcaptioning::CaptionTextSpan(text.substr(offset + length), attributes));
+        paragraph.InsertCaptionTextSpan(index + 1, new zelcaptioning::CaptionTextSpan(
+                                                       text.substr(offset + length), attributes));
     }
 }
 

@@ -23,7 +23,8 @@ void CaptionTextEditor::ApplySpanStyle(std::uint64_t start, std::uint64_t end, H
         }
         const std::uint64_t spanEnd = record.firstPosition + record.length;
         if (isRange && (start > record.firstPosition || end < spanEnd)) {
-            const std::uint64_t offset = std::max(start, record.firstPosition) - record.firstPosition;
+            const std::uint64_t offset =
+                std::max(start, record.firstPosition) - record.firstPosition;
             const std::uint64_t length = std::min(spanEnd, end) - record.firstPosition - offset;
             detail::SplitSpan(*record.paragraph, record.span, offset, length);
         }

@@ -65,8 +65,7 @@ StyleSummary CaptionTextEditor::GetStyleSummary(std::uint64_t start, std::uint64
             summary.fontName = a.GetFontName();
         }
         FoldColor(a.textColor, i == 0, summary.textColor, summary.textColorMixed);
-        FoldColor(a.backgroundColor, i == 0, summary.backgroundColor,
-                  summary.backgroundColorMixed);
+        FoldColor(a.backgroundColor, i == 0, summary.backgroundColor, summary.backgroundColorMixed);
         FoldColor(a.edgeColor, i == 0, summary.edgeColor, summary.edgeColorMixed);
         if (i == 0) {
             summary.edgeWidth = a.edgeWidth;
@@ -109,11 +108,11 @@ StyleSummary CaptionTextEditor::GetStyleSummary(std::uint64_t start, std::uint64
 
 std::ostream& operator<<(std::ostream& os, const StyleSummary& s) {
     os << "StyleSummary{" << (s.bold ? "bold " : "") << (s.italic ? "italic " : "")
-       << (s.underline ? "underline " : "") << s.fontName << ' ' << s.fontSize << "pt text="
-       << s.textColor << (s.textColorMixed ? "(mixed)" : "") << " back=" << s.backgroundColor
-       << (s.backgroundColorMixed ? "(mixed)" : "") << " edge=" << s.edgeColor
-       << (s.edgeColorMixed ? "(mixed)" : "") << '/' << s.edgeWidth << " align=" << s.alignment
-       << " anchor=" << s.anchor << " at " << s.position << '}';
+       << (s.underline ? "underline " : "") << s.fontName << ' ' << s.fontSize
+       << "pt text=" << s.textColor << (s.textColorMixed ? "(mixed)" : "")
+       << " back=" << s.backgroundColor << (s.backgroundColorMixed ? "(mixed)" : "")
+       << " edge=" << s.edgeColor << (s.edgeColorMixed ? "(mixed)" : "") << '/' << s.edgeWidth
+       << " align=" << s.alignment << " anchor=" << s.anchor << " at " << s.position << '}';
     return os;
 }
 

@@ -6,7 +6,10 @@
 namespace zelcaptioning {
 
 Caption::Caption(const Caption& other)
-    : RefCounted(other), begin_(other.begin_), end_(other.end_), type_(other.type_) {
+    : RefCounted(other)
+    , begin_(other.begin_)
+    , end_(other.end_)
+    , type_(other.type_) {
     paragraphs_.reserve(other.paragraphs_.size());
     for (const CaptionTextParagraphPtr& paragraph : other.paragraphs_) {
         paragraphs_.push_back(paragraph ? paragraph->Clone() : CaptionTextParagraphPtr());

@@ -6,10 +6,8 @@
 namespace zelcaptioning {
 namespace {
 
-bool IsGridAnchor(AnchorID anchor) { return anchor >= 0 && anchor <= 8; }
-
-bool IsPlaced(const CaptionTextParagraphPtr& paragraph) {
-    return paragraph && paragraph->GetCaptionPosition() != kPosition_Uninitialized;
+bool IsGridAnchor(AnchorID anchor) {
+    return anchor >= 0 && anchor <= 8;
 }
 
 std::int64_t LineWidth(const CaptionTextParagraph& p) {
@@ -68,8 +66,9 @@ bool Caption::UpdateLinePositions(std::int64_t width, std::int64_t height) {
             for (std::size_t i = first; i < end; ++i) {
                 CaptionTextParagraph& p = *paragraphs_[i];
                 const std::int64_t slack = blockWidth - LineWidth(p);
-                const TextAlignmentType alignment = p.GetParagraphStyleAttributes().GetTextAlignment();
-                const std::int64_t x = alignment == kTextAlignment_Left     ? left
+                const TextAlignmentType alignment =
+                    p.GetParagraphStyleAttributes().GetTextAlignment();
+                const std::int64_t x = alignment == kTextAlignment_Left    ? left
                                        : alignment == kTextAlignment_Right ? left + slack
                                                                            : left + slack / 2;
                 changed |= Place(p, x, top, width, height);
@@ -124,7 +123,8 @@ AnchorID Caption::UpdateAnchorIDFromPosition(std::int64_t width, std::int64_t he
     }
     const auto third = [](std::int64_t centreTwice, std::int64_t extent) {
         // centreTwice / 2 lies in third k when k * extent / 3 <= centre.
-        return static_cast<AnchorID>(std::clamp<std::int64_t>(centreTwice * 3 / (2 * extent), 0, 2));
+        return static_cast<AnchorID>(
+            std::clamp<std::int64_t>(centreTwice * 3 / (2 * extent), 0, 2));
     };
     const AnchorID anchor = third(std::int64_t{bounds.top} + bounds.bottom, height) * 3 +
                             third(std::int64_t{bounds.left} + bounds.right, width);
@@ -181,7 +181,8 @@ void Caption::MoveParagraphsVertically(std::uint64_t first, std::uint64_t last, 
         Position position = p.GetCaptionPosition();
         const std::int64_t top = ValueWithScale(position.GetY(), height, true);
         const std::int64_t lowest = std::max<std::int64_t>(0, height - LineHeight(p));
-        const std::int64_t moved = std::clamp<std::int64_t>(up ? top - delta : top + delta, 0, lowest);
+        const std::int64_t moved =
+            std::clamp<std::int64_t>(up ? top - delta : top + delta, 0, lowest);
         position.SetY(Rational(moved, height));
         p.SetCaptionPosition(position);
     }

@@ -32,7 +32,9 @@ CaptionTextParagraphPtr CaptionTextParagraph::Clone() const {
 
 void CaptionTextParagraph::InsertCaptionTextSpan(std::uint64_t index,
                                                  const CaptionTextSpanPtr& span) {
-    spans_.insert(spans_.begin() + static_cast<std::ptrdiff_t>(std::min<std::uint64_t>(index, spans_.size())), span);
+    spans_.insert(spans_.begin() +
+                      static_cast<std::ptrdiff_t>(std::min<std::uint64_t>(index, spans_.size())),
+                  span);
 }
 
 void CaptionTextParagraph::RemoveCaptionTextSpan(const CaptionTextSpanPtr& span) {
@@ -96,8 +98,7 @@ void CaptionTextParagraph::GetUsedRect(std::int64_t width, std::int64_t height,
     }
     const auto left = static_cast<int>(ValueWithScale(position_.GetX(), width, true));
     const auto top = static_cast<int>(ValueWithScale(position_.GetY(), height, true));
-    rect = zelcore::geom::RectT<int>::FromSize(left, top,
-                                               static_cast<int>(GetParagraphLineWidth()),
+    rect = zelcore::geom::RectT<int>::FromSize(left, top, static_cast<int>(GetParagraphLineWidth()),
                                                static_cast<int>(GetParagraphLineHeight()));
 }
 

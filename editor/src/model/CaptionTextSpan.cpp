@@ -4,7 +4,9 @@
 
 namespace zelcaptioning {
 
-CaptionTextSpanPtr CaptionTextSpan::Clone() const { return new CaptionTextSpan(text_, attributes_); }
+CaptionTextSpanPtr CaptionTextSpan::Clone() const {
+    return new CaptionTextSpan(text_, attributes_);
+}
 
 std::ostream& operator<<(std::ostream& os, const CaptionTextSpan& span) {
     return os << span.GetCaptionText() << span.StyleAttributes();

@@ -67,8 +67,8 @@ bool operator<(const CaptioningColor& a, const CaptioningColor& b) {
     return std::tie(a.red, a.green, a.blue, a.alpha) < std::tie(b.red, b.green, b.blue, b.alpha);
 }
 
-bool CaptioningColor::EnumerateLegalColors(StreamFormat format, ColorType type,
-                                           std::map<CaptioningColor, zelcore::UTF16String>& colors) {
+bool CaptioningColor::EnumerateLegalColors(
+    StreamFormat format, ColorType type, std::map<CaptioningColor, zelcore::UTF16String>& colors) {
     colors.clear();
     switch (format) {
     case kStreamFormat_CEA608:

@@ -28,7 +28,9 @@ std::int64_t ValueWithScale(const Rational& value, std::int64_t scale, bool roun
     return FloorDiv(scaled.numerator(), scaled.denominator());
 }
 
-double AsDouble(const Rational& value) { return boost::rational_cast<double>(value); }
+double AsDouble(const Rational& value) {
+    return boost::rational_cast<double>(value);
+}
 
 std::ostream& operator<<(std::ostream& os, const Position& position) {
     if (position == kPosition_Uninitialized) {
@@ -38,7 +40,8 @@ std::ostream& operator<<(std::ostream& os, const Position& position) {
 }
 
 std::ostream& operator<<(std::ostream& os, const ParagraphStyleAttributes& attributes) {
-    return os << "align=" << attributes.GetTextAlignment() << " anchor=" << attributes.GetAnchorID();
+    return os << "align=" << attributes.GetTextAlignment()
+              << " anchor=" << attributes.GetAnchorID();
 }
 
 } // namespace zelcaptioning

@@ -11,9 +11,13 @@ bool IsRollUp(CaptionType type) {
            type == kCaptionType_RollUp4;
 }
 
-bool IsTeletext(StreamFormat format) { return format == kStreamFormat_Teletext; }
+bool IsTeletext(StreamFormat format) {
+    return format == kStreamFormat_Teletext;
+}
 
-bool IsOpenCaptions(StreamFormat format) { return format == kStreamFormat_OpenCaptions; }
+bool IsOpenCaptions(StreamFormat format) {
+    return format == kStreamFormat_OpenCaptions;
+}
 
 int GetCaptionRows(StreamFormat format) {
     switch (format) {

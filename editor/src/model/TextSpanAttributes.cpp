@@ -15,9 +15,15 @@ const zelcore::UTF16String TextSpanAttributes::kFontStyleString_BoldItalic = u"B
 TextSpanAttributes::~TextSpanAttributes() = default;
 
 bool TextSpanAttributes::IsGenericFontName(const zelcore::UTF16String& name) {
-    static constexpr std::array<std::u16string_view, 9> kGeneric = {
-        u"default", u"serif", u"sans-serif", u"monospace", u"cursive",
-        u"fantasy", u"system-ui", u"proportional sans serif", u"monospaced sans serif"};
+    static constexpr std::array<std::u16string_view, 9> kGeneric = {u"default",
+                                                                    u"serif",
+                                                                    u"sans-serif",
+                                                                    u"monospace",
+                                                                    u"cursive",
+                                                                    u"fantasy",
+                                                                    u"system-ui",
+                                                                    u"proportional sans serif",
+                                                                    u"monospaced sans serif"};
     zelcore::UTF16String lower = name;
     std::transform(lower.begin(), lower.end(), lower.begin(), [](char16_t c) {
         return (c >= u'A' && c <= u'Z') ? static_cast<char16_t>(c - u'A' + u'a') : c;

@@ -1,5 +1,5 @@
-#include "zelcore/UTF16String.h"
 #include "zelcore/utility/SmallBlockAllocator.h"
+#include "zelcore/UTF16String.h"
 
 #include <gtest/gtest.h>
 

@@ -51,8 +51,8 @@ TEST_F(ParagraphLayout, OutOfRollUpStacksDownToTheBaseRowWithinTheGrid) {
     editor.SetCaptionType(kCaptionType_PaintOn);
     EXPECT_EQ(Rows(Working()), (RowList{0, 1, 2})) << "first row clamped to 0";
 
-    EditGrid(MakeGridCaption({{u"a", 0, 14}, {u"b", 0, 14}, {u"c", 0, 14}, {u"d", 0, 14},
-                              {u"e", 0, 14}}),
+    EditGrid(MakeGridCaption(
+                 {{u"a", 0, 14}, {u"b", 0, 14}, {u"c", 0, 14}, {u"d", 0, 14}, {u"e", 0, 14}}),
              kCaptionType_RollUp4);
     editor.SetCaptionType(kCaptionType_PopOn);
     EXPECT_EQ(Rows(Working()), (RowList{10, 11, 12, 13, 14}));
@@ -101,8 +101,9 @@ TEST_F(ParagraphLayout, AlignmentLinesUpTheBlockOnItsEdgeOrCentre) {
     EXPECT_EQ(ColumnOf(Working(), 1), 8);
     editor.SetAlignment(kTextAlignment_Center, 0, 9);
     EXPECT_EQ(ColumnOf(Working(), 1), 6);
-    EXPECT_EQ(Working().GetCaptionTextParagraph(1)->GetParagraphStyleAttributes().GetTextAlignment(),
-              kTextAlignment_Center);
+    EXPECT_EQ(
+        Working().GetCaptionTextParagraph(1)->GetParagraphStyleAttributes().GetTextAlignment(),
+        kTextAlignment_Center);
     EXPECT_EQ(editor.GetAlignmentOffset(Working().GetCaptionTextParagraph(0),
                                         Working().GetCaptionTextParagraph(1)),
               0);

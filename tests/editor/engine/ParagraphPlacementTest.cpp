@@ -98,7 +98,8 @@ TEST_F(ParagraphPlacement, JoinClosesTheGapFromAbove) {
     editor.JoinParagraphs(2);
     EXPECT_EQ(Rows(), (RowList{2})) << "the row above the removed one was empty";
 
-    EditGrid(MakeGridCaption({{u"ab", 0, 14}, {u"cd", 0, 14}, {u"ef", 0, 14}}), kCaptionType_RollUp3);
+    EditGrid(MakeGridCaption({{u"ab", 0, 14}, {u"cd", 0, 14}, {u"ef", 0, 14}}),
+             kCaptionType_RollUp3);
     editor.JoinParagraphs(2);
     EXPECT_EQ(Rows(), (RowList{14, 14}));
 }
@@ -113,8 +114,10 @@ TEST_F(ParagraphPlacement, FreeLinesInPixelLayoutPushAndPullTheirBlock) {
         p->SetParagraphStyleAttributes(style);
         caption->AppendCaptionTextParagraph(p);
     }
-    caption->GetCaptionTextParagraph(0)->SetCaptionPosition(Position(Rational(1, 10), Rational(1, 10)));
-    caption->GetCaptionTextParagraph(1)->SetCaptionPosition(Position(Rational(1, 10), Rational(15, 100)));
+    caption->GetCaptionTextParagraph(0)->SetCaptionPosition(
+        Position(Rational(1, 10), Rational(1, 10)));
+    caption->GetCaptionTextParagraph(1)->SetCaptionPosition(
+        Position(Rational(1, 10), Rational(15, 100)));
     editor.SetCaption(caption, 0, 0, 1250, 625); // area 1000 x 500; lines 25 high
     const auto top = [&](std::uint64_t i) {
         std::int64_t t = 0, b = 0;

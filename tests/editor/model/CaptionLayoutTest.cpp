@@ -63,7 +63,8 @@ TEST(CaptionLayout, AreaWithoutSizeIsLeftAlone) {
 
 TEST(CaptionLayout, FreeLinesKeepTheirPlaceAndNewOnesStackBelow) {
     CaptionPtr caption = MakeLines({{100, 40, kAnchorID_Free}, {80, 30, kAnchorID_Free}});
-    caption->GetCaptionTextParagraph(0)->SetCaptionPosition(Position(Rational(1, 10), Rational(1, 5)));
+    caption->GetCaptionTextParagraph(0)->SetCaptionPosition(
+        Position(Rational(1, 10), Rational(1, 5)));
     caption->UpdateLinePositions(1000, 500);
     EXPECT_EQ(Used(*caption, 0), (zelcore::geom::RectT<int>{100, 100, 200, 140}));
     EXPECT_EQ(Used(*caption, 1), (zelcore::geom::RectT<int>{100, 140, 180, 170}));

@@ -45,7 +45,8 @@ TEST(CaptionModel, AssignmentKeepsTheTargetsIdentityAndCount) {
 TEST(CaptionModel, ReferenceCountReleasesTheLastHolder) {
     struct Probe : CaptionTextSpan {
         bool* destroyed;
-        explicit Probe(bool* flag) : destroyed(flag) {}
+        explicit Probe(bool* flag)
+            : destroyed(flag) {}
         ~Probe() override { *destroyed = true; }
     };
     bool destroyed = false;
@@ -73,8 +74,8 @@ TEST(CaptionModel, PackMergesOnlyNeighboursWithEqualStyles) {
     halfAlpha.backgroundColor.SetAlpha(0.5f);
     TextSpanAttributes otherFont;
     otherFont.SetFontName(u"Serif");
-    caption = MakeCaption({{{u"a"}, {u"b", halfAlpha}, {u"c"}, {u"d", otherFont}, {u"e", Bold()},
-                            {u"f", Bold()}}});
+    caption = MakeCaption(
+        {{{u"a"}, {u"b", halfAlpha}, {u"c"}, {u"d", otherFont}, {u"e", Bold()}, {u"f", Bold()}}});
     caption->GetCaptionTextParagraph(0)->PackSpansWithMatchingStyle();
     EXPECT_EQ(SpanTexts(*caption, 0), (std::vector<std::string>{"a", "b", "c", "d", "ef"}));
 }

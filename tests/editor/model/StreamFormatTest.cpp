@@ -1,5 +1,5 @@
-#include "zelcaptioning/CaptioningColor.h"
 #include "zelcaptioning/StreamFormat.h"
+#include "zelcaptioning/CaptioningColor.h"
 #include "zelcaptioning/TextSpanAttributes.h"
 
 #include <gtest/gtest.h>
@@ -35,9 +35,9 @@ TEST(StreamFormat, KindsAndCaptionTypes) {
 
     std::set<CaptionType> types;
     EXPECT_TRUE(GetSupportedCaptionTypes(kStreamFormat_CEA608, types));
-    EXPECT_EQ(types, (std::set<CaptionType>{kCaptionType_PopOn, kCaptionType_RollUp2,
-                                            kCaptionType_RollUp3, kCaptionType_RollUp4,
-                                            kCaptionType_PaintOn}));
+    EXPECT_EQ(types,
+              (std::set<CaptionType>{kCaptionType_PopOn, kCaptionType_RollUp2, kCaptionType_RollUp3,
+                                     kCaptionType_RollUp4, kCaptionType_PaintOn}));
     EXPECT_TRUE(GetSupportedCaptionTypes(kStreamFormat_OpenCaptions, types));
     EXPECT_EQ(types, std::set<CaptionType>{kCaptionType_Open});
     EXPECT_FALSE(GetSupportedCaptionTypes(kStreamFormat_None, types));

@@ -30,8 +30,8 @@ template <typename T> struct RectT {
         if (IsEmpty()) {
             return other;
         }
-        return {std::min(left, other.left), std::min(top, other.top),
-                std::max(right, other.right), std::max(bottom, other.bottom)};
+        return {std::min(left, other.left), std::min(top, other.top), std::max(right, other.right),
+                std::max(bottom, other.bottom)};
     }
 
     friend bool operator==(const RectT&, const RectT&) = default;

@@ -1,6 +1,7 @@
 #include "PlatformTestSupport.h"
 
 #include "KSL/StationUtils.h"
+#include "MZ/Project.h"
 
 #include <QCoreApplication>
 #include <QDeadlineTimer>
@@ -9,6 +10,7 @@
 namespace platform_test {
 
 void ResetHostState() {
+    MZ::SetProject(nullptr);
     KSL::ResetMessaging();
     RunPostedWork();
 }

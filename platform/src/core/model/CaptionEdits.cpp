@@ -1,0 +1,179 @@
+#include "CaptionEdits.h"
+
+#include "KSL/StationUtils.h"
+
+#include <algorithm>
+
+namespace platform::core {
+
+void AnnounceCaptionChange(const KSL::InterfaceRef<CaptioningStream>& stream,
+                           boost::intrusive_ptr<zelcaptioning::Caption> caption,
+                           BE::CaptionChangeKind kind,
+                           const zelmediatypes::TickTime& oldBeginTime) {
+    std::vector<BE::StreamCaptionChange> changes;
+    changes.emplace_back(KSL::InterfaceRef<BE::ICaptioningStream>(stream),
+                         BE::CaptionChange{std::move(caption), kind, oldBeginTime});
+    KSL::StationUtils::BroadcastMessage(stream->GetStationID(),
+                                        BE::CaptionsChangedMessage(std::move(changes)));
+}
+
+CaptionMembershipEdit::CaptionMembershipEdit(KSL::InterfaceRef<CaptioningStream> stream,
+                                             boost::intrusive_ptr<zelcaptioning::Caption> caption,
+                                             Membership applied)
+    : stream_(std::move(stream))
+    , caption_(std::move(caption))
+    , applied_(applied) {}
+
+bool CaptionMembershipEdit::Apply() {
+    return applied_ == Membership::kAdd ? Insert() : Remove();
+}
+
+bool CaptionMembershipEdit::Revert() {
+    return applied_ == Membership::kAdd ? Remove() : Insert();
+}
+
+bool CaptionMembershipEdit::Insert() {
+    if (stream_->FindStoredCaptionIndex(caption_.get())) {
+        return false;
+    }
+    const zelmediatypes::TickTime begin = caption_->GetBeginTime();
+    // A caption taken back returns to its old place among equal begin times;
+    // a new one goes after them.
+    const std::size_t index =
+        stream_->InsertionIndex(begin, index_.value_or(stream_->GetCaptionCount()));
+    stream_->InsertAt(index, caption_);
+    index_ = index;
+    AnnounceCaptionChange(stream_, caption_, BE::CaptionChangeKind::kAdded, begin);
+    return true;
+}
+
+bool CaptionMembershipEdit::Remove() {
+    const auto index = stream_->FindCaptionIndex(caption_.get());
+    if (!index) {
+        return false;
+    }
+    const zelmediatypes::TickTime begin = stream_->GetEntries()[*index].beginTime;
+    stream_->RemoveAt(*index);
+    index_ = *index;
+    AnnounceCaptionChange(stream_, caption_, BE::CaptionChangeKind::kRemoved, begin);
+    return true;
+}
+
+ReplaceCaptionEdit::ReplaceCaptionEdit(KSL::InterfaceRef<CaptioningStream> stream,
+                                       boost::intrusive_ptr<zelcaptioning::Caption> target,
+                                       const zelcaptioning::Caption& newContent)
+    : stream_(std::move(stream))
+    , target_(std::move(target))
+    , otherContent_(new zelcaptioning::Caption(newContent)) {}
+
+bool ReplaceCaptionEdit::Apply() {
+    return SwapContent(std::nullopt);
+}
+
+bool ReplaceCaptionEdit::Revert() {
+    return SwapContent(indexBeforeApply_);
+}
+
+bool ReplaceCaptionEdit::SwapContent(std::optional<std::size_t> destinationIndex) {
+    const auto index = stream_->FindCaptionIndex(target_.get());
+    if (!index) {
+        return false;
+    }
+    const zelmediatypes::TickTime oldBegin = stream_->GetEntries()[*index].beginTime;
+    boost::intrusive_ptr<zelcaptioning::Caption> taken(new zelcaptioning::Caption(*target_));
+    *target_ = *otherContent_;
+    otherContent_ = std::move(taken);
+
+    // Applied, a caption that keeps its begin time keeps its place, and one that
+    // moves goes after the captions beginning with it; reverted, it goes back
+    // to where it was.
+    std::size_t preferredIndex = *index;
+    if (destinationIndex) {
+        preferredIndex = *destinationIndex;
+    } else {
+        indexBeforeApply_ = *index;
+        if (target_->GetBeginTime() != oldBegin) {
+            preferredIndex = stream_->GetCaptionCount();
+        }
+    }
+    stream_->Restamp(*index, preferredIndex);
+    AnnounceCaptionChange(stream_, target_, BE::CaptionChangeKind::kChanged, oldBegin);
+    return true;
+}
+
+RippleRemoveCaptionEdit::RippleRemoveCaptionEdit(
+    KSL::InterfaceRef<CaptioningStream> stream,
+    boost::intrusive_ptr<zelcaptioning::Caption> caption)
+    : stream_(std::move(stream))
+    , caption_(std::move(caption)) {}
+
+bool RippleRemoveCaptionEdit::Apply() {
+    const auto index = stream_->FindCaptionIndex(caption_.get());
+    if (!index) {
+        return false;
+    }
+    auto& entries = stream_->MutableEntries();
+    const auto at = [&entries](std::size_t i) {
+        return entries.begin() + static_cast<std::ptrdiff_t>(i);
+    };
+    index_ = *index;
+    tailBefore_.assign(at(index_), entries.end());
+    const CaptioningStream::Entry removed = entries[index_];
+    const zelmediatypes::TickTime duration = removed.endTime - removed.beginTime;
+    entries.erase(at(index_));
+
+    // Captions beginning at or after the removed end form a suffix of the order.
+    const std::size_t firstShifted = stream_->LowerBound(removed.endTime);
+    std::vector<BE::CaptionMove> moves;
+    if (duration != zelmediatypes::TickTime() && firstShifted < entries.size()) {
+        for (std::size_t i = firstShifted; i < entries.size(); ++i) {
+            CaptioningStream::Entry& e = entries[i];
+            moves.push_back({e.caption, e.beginTime, e.beginTime - duration});
+            e.beginTime = e.beginTime - duration;
+            e.endTime = e.endTime - duration;
+            e.caption->SetBeginTime(e.beginTime);
+            e.caption->SetEndTime(e.endTime);
+        }
+        std::inplace_merge(at(index_), at(firstShifted), entries.end(),
+                           [](const auto& a, const auto& b) { return a.beginTime < b.beginTime; });
+        std::stable_sort(moves.begin(), moves.end(), [](const auto& a, const auto& b) {
+            return a.newBeginTime < b.newBeginTime;
+        });
+    }
+    AnnounceCaptionChange(stream_, caption_, BE::CaptionChangeKind::kRemoved, removed.beginTime);
+    if (!moves.empty()) {
+        KSL::StationUtils::BroadcastMessage(
+            stream_->GetStationID(),
+            BE::CaptionsMovedMessage(KSL::InterfaceRef<BE::ICaptioningStream>(stream_),
+                                     std::move(moves)));
+    }
+    return true;
+}
+
+bool RippleRemoveCaptionEdit::Revert() {
+    auto& entries = stream_->MutableEntries();
+    if (entries.size() + 1 != index_ + tailBefore_.size()) {
+        return false;
+    }
+    std::vector<BE::CaptionMove> moves;
+    for (const CaptioningStream::Entry& e : tailBefore_) {
+        if (e.caption != caption_ && e.caption->GetBeginTime() != e.beginTime) {
+            moves.push_back({e.caption, e.caption->GetBeginTime(), e.beginTime});
+        }
+        e.caption->SetBeginTime(e.beginTime);
+        e.caption->SetEndTime(e.endTime);
+    }
+    entries.resize(index_);
+    entries.insert(entries.end(), tailBefore_.begin(), tailBefore_.end());
+    if (!moves.empty()) {
+        KSL::StationUtils::BroadcastMessage(
+            stream_->GetStationID(),
+            BE::CaptionsMovedMessage(KSL::InterfaceRef<BE::ICaptioningStream>(stream_),
+                                     std::move(moves)));
+    }
+    AnnounceCaptionChange(stream_, caption_, BE::CaptionChangeKind::kAdded,
+                          caption_->GetBeginTime());
+    return true;
+}
+
+} // namespace platform::core

@@ -1,0 +1,82 @@
+#pragma once
+
+#include "BE/CaptionMessages.h"
+#include "CaptioningStream.h"
+#include "KSL/InterfaceRef.h"
+#include "ModelEdit.h"
+
+#include <boost/intrusive_ptr.hpp>
+
+#include <cstddef>
+#include <optional>
+#include <vector>
+
+namespace platform::core {
+
+enum class Membership { kAdd, kRemove };
+
+// Adds a caption object to a stream, or removes it; the reverse does the
+// other. A caption taken back goes back to the index it had, so undo restores
+// the order of captions with equal begin times exactly.
+class CaptionMembershipEdit final : public ModelEdit {
+public:
+    CaptionMembershipEdit(KSL::InterfaceRef<CaptioningStream> stream,
+                          boost::intrusive_ptr<zelcaptioning::Caption> caption, Membership applied);
+    bool Apply() override;
+    bool Revert() override;
+
+private:
+    bool Insert();
+    bool Remove();
+
+    KSL::InterfaceRef<CaptioningStream> stream_;
+    boost::intrusive_ptr<zelcaptioning::Caption> caption_;
+    Membership applied_;
+    std::optional<std::size_t> index_;
+};
+
+// Gives a caption of the stream the content of another (times included) and
+// moves it to its place in the order; the reverse gives the old content back
+// and returns it to its old index.
+class ReplaceCaptionEdit final : public ModelEdit {
+public:
+    ReplaceCaptionEdit(KSL::InterfaceRef<CaptioningStream> stream,
+                       boost::intrusive_ptr<zelcaptioning::Caption> target,
+                       const zelcaptioning::Caption& newContent);
+    bool Apply() override;
+    bool Revert() override;
+
+private:
+    bool SwapContent(std::optional<std::size_t> destinationIndex);
+
+    KSL::InterfaceRef<CaptioningStream> stream_;
+    boost::intrusive_ptr<zelcaptioning::Caption> target_;
+    // The content the next swap puts into the target; it receives the target's.
+    boost::intrusive_ptr<zelcaptioning::Caption> otherContent_;
+    std::size_t indexBeforeApply_ = 0;
+};
+
+// Removes a caption and moves every caption that begins at or after its end
+// earlier by its duration. The reverse restores the times and order of every
+// caption from the removed one's index on.
+class RippleRemoveCaptionEdit final : public ModelEdit {
+public:
+    RippleRemoveCaptionEdit(KSL::InterfaceRef<CaptioningStream> stream,
+                            boost::intrusive_ptr<zelcaptioning::Caption> caption);
+    bool Apply() override;
+    bool Revert() override;
+
+private:
+    KSL::InterfaceRef<CaptioningStream> stream_;
+    boost::intrusive_ptr<zelcaptioning::Caption> caption_;
+    std::size_t index_ = 0;
+    // The stream's entries from index_ on, as they were before the removal.
+    std::vector<CaptioningStream::Entry> tailBefore_;
+};
+
+// Broadcasts one caption's change on its stream's station.
+void AnnounceCaptionChange(const KSL::InterfaceRef<CaptioningStream>& stream,
+                           boost::intrusive_ptr<zelcaptioning::Caption> caption,
+                           BE::CaptionChangeKind kind, const zelmediatypes::TickTime& oldBeginTime);
+
+} // namespace platform::core

@@ -1,0 +1,46 @@
+#pragma once
+
+#include "CaptionEdits.h"
+#include "CaptioningStream.h"
+#include "MasterClip.h"
+#include "ModelEdit.h"
+
+namespace platform::core {
+
+// Adds a caption stream to a clip, or removes it; announced on the clip's
+// station with BE::CaptioningStreamChangedMessage. A removed stream keeps its
+// captions, so adding it back restores them.
+class StreamMembershipEdit final : public ModelEdit {
+public:
+    StreamMembershipEdit(KSL::InterfaceRef<MasterClip> clip,
+                         KSL::InterfaceRef<CaptioningStream> stream, Membership applied);
+    bool Apply() override;
+    bool Revert() override;
+
+private:
+    bool Attach();
+    bool Detach();
+
+    KSL::InterfaceRef<MasterClip> clip_;
+    KSL::InterfaceRef<CaptioningStream> stream_;
+    Membership applied_;
+};
+
+// Changes a stream's format; refuses when its clip has a stream of the other
+// format. Announced with BE::CaptioningStreamFormatModifiedMessage, then
+// BE::CaptioningStreamChangedMessage.
+class StreamFormatEdit final : public ModelEdit {
+public:
+    StreamFormatEdit(KSL::InterfaceRef<CaptioningStream> stream,
+                     zelcaptioning::StreamFormat newFormat);
+    bool Apply() override;
+    bool Revert() override;
+
+private:
+    bool SwapFormat();
+
+    KSL::InterfaceRef<CaptioningStream> stream_;
+    zelcaptioning::StreamFormat otherFormat_;
+};
+
+} // namespace platform::core

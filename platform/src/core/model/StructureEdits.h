@@ -1,0 +1,59 @@
+#pragma once
+
+#include "Bin.h"
+#include "CaptionEdits.h"
+#include "MasterClip.h"
+#include "ModelEdit.h"
+#include "Sequence.h"
+
+#include <cstddef>
+
+namespace platform::core {
+
+class Project;
+
+// Appends a bin to the project; the reverse removes it again.
+class AddBinEdit final : public ModelEdit {
+public:
+    AddBinEdit(Project& project, KSL::InterfaceRef<Bin> bin);
+    bool Apply() override;
+    bool Revert() override;
+
+private:
+    Project& project_;
+    KSL::InterfaceRef<Bin> bin_;
+};
+
+// Adds a master clip to a bin (at the end) or removes it; removal also closes
+// it everywhere (MZ::MasterClipClosedMessage). A clip taken back returns to
+// its old index.
+class ClipMembershipEdit final : public ModelEdit {
+public:
+    ClipMembershipEdit(KSL::InterfaceRef<Bin> bin, KSL::InterfaceRef<MasterClip> clip,
+                       Membership applied);
+    bool Apply() override;
+    bool Revert() override;
+
+private:
+    bool Insert();
+    bool Remove();
+
+    KSL::InterfaceRef<Bin> bin_;
+    KSL::InterfaceRef<MasterClip> clip_;
+    Membership applied_;
+    std::size_t index_;
+};
+
+// Appends a sequence to a bin; the reverse removes it again.
+class AddSequenceEdit final : public ModelEdit {
+public:
+    AddSequenceEdit(KSL::InterfaceRef<Bin> bin, KSL::InterfaceRef<Sequence> sequence);
+    bool Apply() override;
+    bool Revert() override;
+
+private:
+    KSL::InterfaceRef<Bin> bin_;
+    KSL::InterfaceRef<Sequence> sequence_;
+};
+
+} // namespace platform::core

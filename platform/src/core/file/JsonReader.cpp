@@ -50,6 +50,13 @@ std::string JsonReader::String() const {
     return value_.toString().toStdString();
 }
 
+QString JsonReader::QtString() const {
+    if (!value_.isString()) {
+        Fail("expected a string");
+    }
+    return value_.toString();
+}
+
 bool JsonReader::Bool() const {
     if (!value_.isBool()) {
         Fail("expected true or false");

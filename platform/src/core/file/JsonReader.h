@@ -3,6 +3,7 @@
 #include <QJsonArray>
 #include <QJsonObject>
 #include <QJsonValue>
+#include <QString>
 
 #include <cstdint>
 #include <stdexcept>
@@ -42,6 +43,8 @@ public:
     JsonReader Element(std::size_t index) const;
 
     std::string String() const;
+    // The same string without a conversion to UTF-8.
+    QString QtString() const;
     bool Bool() const;
     // A JSON number that is a whole number within the range.
     std::int64_t Integer(std::int64_t min, std::int64_t max) const;

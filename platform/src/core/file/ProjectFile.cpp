@@ -1,0 +1,98 @@
+#include "BE/ProjectFile.h"
+
+#include "JsonReader.h"
+#include "KSL/Exception.h"
+#include "ProjectJson.h"
+#include "model/Project.h"
+
+#include <QByteArray>
+#include <QFile>
+#include <QJsonDocument>
+#include <QJsonParseError>
+#include <QSaveFile>
+#include <QString>
+
+#include <algorithm>
+
+namespace BE {
+namespace {
+
+ProjectFileError SyntaxErrorAt(std::string_view bytes, const QJsonParseError& error) {
+    const std::size_t offset = std::min(static_cast<std::size_t>(error.offset), bytes.size());
+    const std::string_view before = bytes.substr(0, offset);
+    const std::size_t line =
+        1 + static_cast<std::size_t>(std::count(before.begin(), before.end(), '\n'));
+    const std::size_t lineStart = before.rfind('\n');
+    const std::size_t column =
+        offset - (lineStart == std::string_view::npos ? 0 : lineStart + 1) + 1;
+    return {"line " + std::to_string(line) + ", column " + std::to_string(column),
+            error.errorString().toStdString()};
+}
+
+ProjectFileError ValueError(const platform::core::JsonValueError& error) {
+    return {error.GetPath().empty() ? std::string("top level") : error.GetPath(), error.what()};
+}
+
+} // namespace
+
+OpenProjectResult ParseProject(std::string_view fileBytes) {
+    QJsonParseError parseError;
+    const QJsonDocument document = QJsonDocument::fromJson(
+        QByteArray::fromRawData(fileBytes.data(), static_cast<qsizetype>(fileBytes.size())),
+        &parseError);
+    if (parseError.error != QJsonParseError::NoError) {
+        return {nullptr, SyntaxErrorAt(fileBytes, parseError)};
+    }
+    try {
+        const platform::core::JsonReader root(
+            document.isObject() ? QJsonValue(document.object()) : QJsonValue(document.array()), "");
+        return {KSL::InterfaceRef<IProject>(platform::core::ProjectFromJson(root)), std::nullopt};
+    } catch (const platform::core::JsonValueError& error) {
+        return {nullptr, ValueError(error)};
+    }
+}
+
+OpenProjectResult ReadProjectFile(const std::string& pathUtf8) {
+    QFile file(QString::fromStdString(pathUtf8));
+    if (!file.open(QIODevice::ReadOnly)) {
+        return {nullptr, ProjectFileError{pathUtf8, file.errorString().toStdString()}};
+    }
+    const QByteArray bytes = file.readAll();
+    if (file.error() != QFileDevice::NoError) {
+        return {nullptr, ProjectFileError{pathUtf8, file.errorString().toStdString()}};
+    }
+    return ParseProject(
+        std::string_view(bytes.constData(), static_cast<std::size_t>(bytes.size())));
+}
+
+SerializedProject SerializeProject(const KSL::InterfaceRef<IProject>& project) {
+    if (!project) {
+        throw KSL::Exception("SerializeProject needs a project");
+    }
+    try {
+        const QByteArray bytes = QJsonDocument(platform::core::ProjectToJson(*project)).toJson();
+        return {bytes.toStdString(), std::nullopt};
+    } catch (const platform::core::JsonValueError& error) {
+        return {{}, ValueError(error)};
+    }
+}
+
+std::optional<ProjectFileError> WriteProjectFile(const KSL::InterfaceRef<IProject>& project,
+                                                 const std::string& pathUtf8) {
+    const SerializedProject serialized = SerializeProject(project);
+    if (serialized.error) {
+        return serialized.error;
+    }
+    QSaveFile file(QString::fromStdString(pathUtf8));
+    if (!file.open(QIODevice::WriteOnly)) {
+        return ProjectFileError{pathUtf8, file.errorString().toStdString()};
+    }
+    const auto size = static_cast<qint64>(serialized.bytes.size());
+    if (file.write(serialized.bytes.data(), size) != size || !file.commit()) {
+        return ProjectFileError{pathUtf8, file.errorString().toStdString()};
+    }
+    project->GetUndoHistory().MarkClean();
+    return std::nullopt;
+}
+
+} // namespace BE

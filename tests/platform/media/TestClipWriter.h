@@ -1,0 +1,38 @@
+#pragma once
+
+#include "VF/VideoFrame.h"
+
+#include <functional>
+#include <string>
+
+namespace media_test {
+
+struct ClipSpec {
+    int widthPx = 320;
+    int heightPx = 180;
+    int frameRateNumerator = 25;
+    int frameRateDenominator = 1;
+    int frameCount = 75;
+    // Every this many frames a keyframe; the encoder adds none of its own.
+    int keyframeIntervalFrames = 12;
+    // MPEG-4 Part 2 quantiser, 2 (best) to 31.
+    int quantiser = 3;
+};
+
+// Paints frame `frameIndex` of the clip onto an opaque black canvas of the clip's size.
+using FramePainter = std::function<void(int frameIndex, VF::VideoFrame& canvas)>;
+
+// Encodes a real MP4 file of MPEG-4 Part 2 video, frame i shown from i / rate seconds on.
+// Throws std::runtime_error naming the FFmpeg call that failed.
+void WriteClip(const std::string& pathUtf8, const ClipSpec& spec, const FramePainter& painter);
+
+// A frame-number pattern that survives compression and scaling: eight vertical stripes across
+// the frame, white for a set bit of the frame index (the most significant on the left), black
+// for a clear one.
+void PaintFrameIndex(int frameIndex, VF::VideoFrame& canvas);
+
+// The index PaintFrameIndex drew, read along the middle row; -1 when a stripe is neither
+// clearly white nor clearly black (another picture, or a damaged one).
+int ReadFrameIndex(const VF::VideoFrame& frame);
+
+} // namespace media_test

@@ -10,6 +10,8 @@
 
 #include <algorithm>
 #include <atomic>
+#include <iterator>
+#include <string>
 #include <unistd.h>
 
 namespace media_test {

@@ -7,8 +7,10 @@ extern "C" {
 #include <libswscale/swscale.h>
 }
 
+#include <cstdint>
 #include <memory>
 #include <stdexcept>
+#include <string>
 
 namespace media_test {
 namespace {

@@ -1,0 +1,49 @@
+#pragma once
+
+#include <QColor>
+#include <QWidget>
+
+#include <functional>
+#include <vector>
+
+namespace platform::ui {
+
+// The window of UIF::ColorPickerControl: the current colour's swatch, then
+// presets. Reports what the user did through the callbacks.
+class ColorRowWidget : public QWidget {
+public:
+    struct Callbacks {
+        std::function<void(const QColor&)> presetChosen;
+        std::function<void()> swatchClicked;
+        std::function<void()> eyedropperStarted;
+        std::function<void(const QColor&)> eyedropperEnded;
+    };
+
+    explicit ColorRowWidget(Callbacks callbacks);
+
+    const QColor& Color() const { return color_; }
+    void SetColor(const QColor& color);
+
+    // The preset at the point (widget coordinates), or -1.
+    int PresetAt(const QPoint& point) const;
+    QRect SwatchRect() const;
+    QRect PresetRect(int index) const;
+    static const std::vector<QColor>& Presets();
+
+protected:
+    void paintEvent(QPaintEvent* event) override;
+    void mousePressEvent(QMouseEvent* event) override;
+    void mouseMoveEvent(QMouseEvent* event) override;
+    void mouseReleaseEvent(QMouseEvent* event) override;
+
+private:
+    enum class Gesture { None, SwatchPressed, Eyedropper };
+    QColor SampleScreen(const QPointF& globalPosition) const;
+
+    Callbacks callbacks_;
+    QColor color_ = Qt::white;
+    Gesture gesture_ = Gesture::None;
+    QPoint pressPosition_;
+};
+
+} // namespace platform::ui

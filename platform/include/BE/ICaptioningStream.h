@@ -14,8 +14,9 @@ namespace BE {
 
 class IMasterClip;
 
-// The captions of one format of a master clip, in begin-time order (captions
-// with equal begin times keep the order they were added in). The captions
+// The captions of one format of a master clip, in begin-time order; captions
+// with equal begin times keep the order they were first added in, even when
+// one is retimed away and back, or removed and restored by undo. The captions
 // handed out are the stream's own objects: change them only through
 // MZ::Captioning, which records the change and announces it.
 class ICaptioningStream : public IProjectItem {

@@ -58,7 +58,8 @@ public:
     void AddCaption(const boost::intrusive_ptr<zelcaptioning::Caption>& caption);
 
     // The target keeps its identity and takes a deep copy of the value's
-    // content, times included (it moves to its new place in the order). With
+    // content, times included (it moves to its new place in the order,
+    // keeping its arrival among captions with equal begin times). With
     // undoable, one undo step named by the localisation key actionName.
     // Throws if the target is not in the stream.
     void ReplaceCaption(const boost::intrusive_ptr<zelcaptioning::Caption>& target,

@@ -65,7 +65,7 @@ KSL::InterfaceRef<CaptioningStream> StreamFromJson(const JsonReader& reader) {
         if (i > 0 && caption->GetBeginTime() < stream->GetEntries().back().beginTime) {
             captionReader.Member("begin").Fail("begins before the caption before it");
         }
-        stream->InsertAt(i, std::move(caption));
+        stream->Insert(std::move(caption), stream->NextArrival());
     }
     return stream;
 }

@@ -36,14 +36,12 @@ bool CaptionMembershipEdit::Insert() {
     if (stream_->FindStoredCaptionIndex(caption_.get())) {
         return false;
     }
-    const zelmediatypes::TickTime begin = caption_->GetBeginTime();
-    // A caption taken back returns to its old place among equal begin times;
-    // a new one goes after them.
-    const std::size_t index =
-        stream_->InsertionIndex(begin, index_.value_or(stream_->GetCaptionCount()));
-    stream_->InsertAt(index, caption_);
-    index_ = index;
-    AnnounceCaptionChange(stream_, caption_, BE::CaptionChangeKind::kAdded, begin);
+    if (!arrival_) {
+        arrival_ = stream_->NextArrival();
+    }
+    stream_->Insert(caption_, *arrival_);
+    AnnounceCaptionChange(stream_, caption_, BE::CaptionChangeKind::kAdded,
+                          caption_->GetBeginTime());
     return true;
 }
 
@@ -52,10 +50,9 @@ bool CaptionMembershipEdit::Remove() {
     if (!index) {
         return false;
     }
-    const zelmediatypes::TickTime begin = stream_->GetEntries()[*index].beginTime;
-    stream_->RemoveAt(*index);
-    index_ = *index;
-    AnnounceCaptionChange(stream_, caption_, BE::CaptionChangeKind::kRemoved, begin);
+    const CaptioningStream::Entry removed = stream_->RemoveAt(*index);
+    arrival_ = removed.arrival;
+    AnnounceCaptionChange(stream_, caption_, BE::CaptionChangeKind::kRemoved, removed.beginTime);
     return true;
 }
 
@@ -67,14 +64,14 @@ ReplaceCaptionEdit::ReplaceCaptionEdit(KSL::InterfaceRef<CaptioningStream> strea
     , otherContent_(new zelcaptioning::Caption(newContent)) {}
 
 bool ReplaceCaptionEdit::Apply() {
-    return SwapContent(std::nullopt);
+    return SwapContent();
 }
 
 bool ReplaceCaptionEdit::Revert() {
-    return SwapContent(indexBeforeApply_);
+    return SwapContent();
 }
 
-bool ReplaceCaptionEdit::SwapContent(std::optional<std::size_t> destinationIndex) {
+bool ReplaceCaptionEdit::SwapContent() {
     const auto index = stream_->FindCaptionIndex(target_.get());
     if (!index) {
         return false;
@@ -83,20 +80,7 @@ bool ReplaceCaptionEdit::SwapContent(std::optional<std::size_t> destinationIndex
     boost::intrusive_ptr<zelcaptioning::Caption> taken(new zelcaptioning::Caption(*target_));
     *target_ = *otherContent_;
     otherContent_ = std::move(taken);
-
-    // Applied, a caption that keeps its begin time keeps its place, and one that
-    // moves goes after the captions beginning with it; reverted, it goes back
-    // to where it was.
-    std::size_t preferredIndex = *index;
-    if (destinationIndex) {
-        preferredIndex = *destinationIndex;
-    } else {
-        indexBeforeApply_ = *index;
-        if (target_->GetBeginTime() != oldBegin) {
-            preferredIndex = stream_->GetCaptionCount();
-        }
-    }
-    stream_->Restamp(*index, preferredIndex);
+    stream_->Restamp(*index);
     AnnounceCaptionChange(stream_, target_, BE::CaptionChangeKind::kChanged, oldBegin);
     return true;
 }
@@ -135,7 +119,7 @@ bool RippleRemoveCaptionEdit::Apply() {
             e.caption->SetEndTime(e.endTime);
         }
         std::inplace_merge(at(index_), at(firstShifted), entries.end(),
-                           [](const auto& a, const auto& b) { return a.beginTime < b.beginTime; });
+                           &CaptioningStream::Precedes);
         std::stable_sort(moves.begin(), moves.end(), [](const auto& a, const auto& b) {
             return a.newBeginTime < b.newBeginTime;
         });

@@ -8,6 +8,7 @@
 #include <boost/intrusive_ptr.hpp>
 
 #include <cstddef>
+#include <cstdint>
 #include <optional>
 #include <vector>
 
@@ -16,8 +17,8 @@ namespace platform::core {
 enum class Membership { kAdd, kRemove };
 
 // Adds a caption object to a stream, or removes it; the reverse does the
-// other. A caption taken back goes back to the index it had, so undo restores
-// the order of captions with equal begin times exactly.
+// other. A caption taken back keeps its arrival in the stream, so it returns
+// to its place among captions with equal begin times.
 class CaptionMembershipEdit final : public ModelEdit {
 public:
     CaptionMembershipEdit(KSL::InterfaceRef<CaptioningStream> stream,
@@ -32,12 +33,11 @@ private:
     KSL::InterfaceRef<CaptioningStream> stream_;
     boost::intrusive_ptr<zelcaptioning::Caption> caption_;
     Membership applied_;
-    std::optional<std::size_t> index_;
+    std::optional<std::uint64_t> arrival_;
 };
 
 // Gives a caption of the stream the content of another (times included) and
-// moves it to its place in the order; the reverse gives the old content back
-// and returns it to its old index.
+// moves it to its place in the order; the reverse gives the old content back.
 class ReplaceCaptionEdit final : public ModelEdit {
 public:
     ReplaceCaptionEdit(KSL::InterfaceRef<CaptioningStream> stream,
@@ -47,13 +47,12 @@ public:
     bool Revert() override;
 
 private:
-    bool SwapContent(std::optional<std::size_t> destinationIndex);
+    bool SwapContent();
 
     KSL::InterfaceRef<CaptioningStream> stream_;
     boost::intrusive_ptr<zelcaptioning::Caption> target_;
     // The content the next swap puts into the target; it receives the target's.
     boost::intrusive_ptr<zelcaptioning::Caption> otherContent_;
-    std::size_t indexBeforeApply_ = 0;
 };
 
 // Removes a caption and moves every caption that begins at or after its end

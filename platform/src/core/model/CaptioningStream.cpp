@@ -111,41 +111,39 @@ std::size_t CaptioningStream::UpperBound(const zelmediatypes::TickTime& time) co
         entries_.begin());
 }
 
-void CaptioningStream::InsertAt(std::size_t index,
-                                boost::intrusive_ptr<zelcaptioning::Caption> caption) {
-    Entry entry{caption->GetBeginTime(), caption->GetEndTime(), std::move(caption)};
-    entries_.insert(entries_.begin() + static_cast<std::ptrdiff_t>(index), std::move(entry));
+std::size_t CaptioningStream::Insert(boost::intrusive_ptr<zelcaptioning::Caption> caption,
+                                     std::uint64_t arrival) {
+    Entry entry{caption->GetBeginTime(), caption->GetEndTime(), arrival, std::move(caption)};
+    const auto at = std::partition_point(entries_.begin(), entries_.end(),
+                                         [&entry](const Entry& e) { return Precedes(e, entry); });
+    return static_cast<std::size_t>(entries_.insert(at, std::move(entry)) - entries_.begin());
 }
 
-boost::intrusive_ptr<zelcaptioning::Caption> CaptioningStream::RemoveAt(std::size_t index) {
-    auto caption = std::move(entries_[index].caption);
+CaptioningStream::Entry CaptioningStream::RemoveAt(std::size_t index) {
+    Entry entry = std::move(entries_[index]);
     entries_.erase(entries_.begin() + static_cast<std::ptrdiff_t>(index));
-    return caption;
+    return entry;
 }
 
-std::size_t CaptioningStream::InsertionIndex(const zelmediatypes::TickTime& beginTime,
-                                             std::size_t preferredIndex) const {
-    return std::clamp(preferredIndex, LowerBound(beginTime), UpperBound(beginTime));
-}
-
-std::size_t CaptioningStream::Restamp(std::size_t from, std::size_t preferredIndex) {
-    const zelmediatypes::TickTime oldBegin = entries_[from].beginTime;
-    const zelmediatypes::TickTime newBegin = entries_[from].caption->GetBeginTime();
-    // The bounds among the other captions: the entry itself still sorts by its old time.
-    const std::size_t lowest = LowerBound(newBegin) - (oldBegin < newBegin ? 1 : 0);
-    const std::size_t highest = UpperBound(newBegin) - (oldBegin <= newBegin ? 1 : 0);
-    const std::size_t to = std::clamp(preferredIndex, lowest, highest);
-    const auto first = entries_.begin();
-    const auto at = [first](std::size_t index) {
-        return first + static_cast<std::ptrdiff_t>(index);
+std::size_t CaptioningStream::Restamp(std::size_t from) {
+    Entry restamped = entries_[from];
+    restamped.beginTime = restamped.caption->GetBeginTime();
+    restamped.endTime = restamped.caption->GetEndTime();
+    // The entries before its new place, counted while it still sorts by its old time.
+    const std::size_t preceding = static_cast<std::size_t>(
+        std::partition_point(entries_.begin(), entries_.end(),
+                             [&restamped](const Entry& e) { return Precedes(e, restamped); }) -
+        entries_.begin());
+    const std::size_t to = preceding > from ? preceding - 1 : preceding;
+    const auto at = [this](std::size_t index) {
+        return entries_.begin() + static_cast<std::ptrdiff_t>(index);
     };
     if (from < to) {
         std::rotate(at(from), at(from + 1), at(to + 1));
     } else if (to < from) {
         std::rotate(at(to), at(from), at(from + 1));
     }
-    entries_[to].beginTime = newBegin;
-    entries_[to].endTime = entries_[to].caption->GetEndTime();
+    entries_[to] = std::move(restamped);
     return to;
 }
 

@@ -7,6 +7,7 @@
 
 #include <boost/intrusive_ptr.hpp>
 
+#include <cstdint>
 #include <vector>
 
 namespace platform::core {
@@ -14,10 +15,13 @@ namespace platform::core {
 class MasterClip;
 class Project;
 
-// A caption stream: its captions sorted by begin time, each stored with the
+// A caption stream: its captions ordered by begin time and, among equal begin
+// times, by arrival (the order they were first added in), each stored with the
 // begin and end time it had when it was last stored, so that searches and the
-// block-time listing need no call into the caption. Only the model's edits
-// change it, and they keep the stored times current.
+// block-time listing need no call into the caption. A caption keeps its
+// arrival when it is retimed, removed and taken back, so any sequence of
+// changes and their undoing restores the order exactly. Only the model's
+// edits change it, and they keep the stored times current.
 class CaptioningStream final : public RefCountedObject<BE::ICaptioningStream, KSL::IStation> {
 public:
     static constexpr const char* kImplementationID = "platform::core::CaptioningStream";
@@ -25,8 +29,13 @@ public:
     struct Entry {
         zelmediatypes::TickTime beginTime;
         zelmediatypes::TickTime endTime;
+        std::uint64_t arrival = 0;
         boost::intrusive_ptr<zelcaptioning::Caption> caption;
     };
+    // The stream's order.
+    static bool Precedes(const Entry& a, const Entry& b) {
+        return a.beginTime != b.beginTime ? a.beginTime < b.beginTime : a.arrival < b.arrival;
+    }
 
     explicit CaptioningStream(zelcaptioning::StreamFormat format);
 
@@ -58,18 +67,14 @@ public:
     std::size_t LowerBound(const zelmediatypes::TickTime& time) const;
     std::size_t UpperBound(const zelmediatypes::TickTime& time) const;
 
-    // The caller keeps the order: index must lie between the captions that
-    // begin before and after the caption.
-    void InsertAt(std::size_t index, boost::intrusive_ptr<zelcaptioning::Caption> caption);
-    boost::intrusive_ptr<zelcaptioning::Caption> RemoveAt(std::size_t index);
+    // An arrival later than every caption's so far.
+    std::uint64_t NextArrival() { return nextArrival_++; }
+    // Stores the caption with its current times in its place; returns its index.
+    std::size_t Insert(boost::intrusive_ptr<zelcaptioning::Caption> caption, std::uint64_t arrival);
+    Entry RemoveAt(std::size_t index);
     // Stores the current times of the caption at index from and moves it to
-    // its place in the order: the valid index nearest to preferredIndex among
-    // the captions with its begin time. Returns its new index.
-    std::size_t Restamp(std::size_t from, std::size_t preferredIndex);
-    // The valid index nearest to preferredIndex for inserting a caption that
-    // begins at the time.
-    std::size_t InsertionIndex(const zelmediatypes::TickTime& beginTime,
-                               std::size_t preferredIndex) const;
+    // its place. Returns its new index.
+    std::size_t Restamp(std::size_t from);
     // For edits that shift many captions at once; they keep the order and stored times.
     std::vector<Entry>& MutableEntries() { return entries_; }
 
@@ -78,6 +83,7 @@ private:
     MasterClip* owner_ = nullptr;
     KSL::StationID station_;
     std::vector<Entry> entries_;
+    std::uint64_t nextArrival_ = 0;
 };
 
 } // namespace platform::core

@@ -1,0 +1,44 @@
+#include "BenchProject.h"
+
+#include "MZ/Captioning.h"
+#include "zelcaptioning/Caption.h"
+
+#include <string>
+
+namespace platform_bench {
+
+StreamProject MakeStreamProject(std::size_t captionCount) {
+    using zelmediatypes::TickTime;
+    StreamProject result;
+    result.project = BE::CreateProject();
+    const BE::UndoMode once = BE::UndoMode::kWithoutUndoStep;
+    const auto bin = result.project->AddBin(zelcore::ToUTF16("Bench"), once);
+    BE::MasterClipSettings settings;
+    settings.name = zelcore::ToUTF16("Long clip");
+    settings.frameRect = zelcore::geom::RectT<int>::FromSize(0, 0, 1920, 1080);
+    const auto clip = result.project->AddMasterClip(bin, settings, once);
+    result.stream =
+        result.project->AddCaptioningStream(clip, zelcaptioning::kStreamFormat_CEA608, once);
+    MZ::Captioning captioning(result.stream);
+    for (std::size_t i = 0; i < captionCount; ++i) {
+        zelcaptioning::CaptionPtr caption(new zelcaptioning::Caption);
+        const TickTime begin = TickTime::FromSeconds(static_cast<std::int64_t>(i));
+        caption->SetBeginTime(begin);
+        caption->SetEndTime(begin + TickTime(zelmediatypes::kTicksPerSecond * 9 / 10));
+        caption->SetCaptionType(zelcaptioning::kCaptionType_PopOn);
+        zelcaptioning::CaptionTextParagraphPtr paragraph(new zelcaptioning::CaptionTextParagraph);
+        zelcaptioning::TextSpanAttributes attributes;
+        attributes.backgroundColor = zelcaptioning::kCaptioningColor_Black;
+        paragraph->AppendCaptionTextSpan(
+            zelcaptioning::CaptionTextSpanPtr(new zelcaptioning::CaptionTextSpan(
+                zelcore::ToUTF16("Caption number " + std::to_string(i)), attributes)));
+        paragraph->SetCaptionPosition(
+            {zelcaptioning::Rational(4, 32), zelcaptioning::Rational(14, 15)});
+        caption->AppendCaptionTextParagraph(paragraph);
+        captioning.AddCaption(caption);
+    }
+    result.project->GetUndoHistory().Clear();
+    return result;
+}
+
+} // namespace platform_bench

@@ -1,0 +1,18 @@
+#pragma once
+
+#include "BE/IProject.h"
+#include "KSL/InterfaceRef.h"
+
+#include <cstddef>
+
+namespace platform_bench {
+
+// A project with one clip whose CEA-608 stream holds `captionCount` one-line
+// captions, one a second, each 0.9 s long; its undo history is empty.
+struct StreamProject {
+    KSL::InterfaceRef<BE::IProject> project;
+    KSL::InterfaceRef<BE::ICaptioningStream> stream;
+};
+StreamProject MakeStreamProject(std::size_t captionCount);
+
+} // namespace platform_bench

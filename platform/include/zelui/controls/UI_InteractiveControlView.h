@@ -5,7 +5,6 @@
 #include <boost/function.hpp>
 
 #include <memory>
-#include <utility>
 #include <vector>
 
 namespace zelui::controls {
@@ -21,8 +20,7 @@ public:
 
 protected:
     UI_InteractiveControlView() = default;
-    explicit UI_InteractiveControlView(std::unique_ptr<Impl> impl)
-        : UI_ControlView(std::move(impl)) {}
+    explicit UI_InteractiveControlView(std::unique_ptr<Impl> impl);
 
     void NotifyChangedInteractively(UI_InteractiveChange change);
 

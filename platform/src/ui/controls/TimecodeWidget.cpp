@@ -156,6 +156,7 @@ void TimecodeWidget::EndEdit(bool confirm) {
     const QString text = editor->text();
     editor->removeEventFilter(this);
     editor->hide();
+    editor->setParent(nullptr);
     editor->deleteLater();
     if (confirm) {
         owner_.EditConfirmed(text);

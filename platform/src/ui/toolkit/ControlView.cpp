@@ -161,6 +161,9 @@ bool UI_ControlView::UI_DoCursor(const ui::UI_CursorRequest&) {
 
 void UI_ControlView::UI_FocusChanged(UI_FocusChange) {}
 
+UI_InteractiveControlView::UI_InteractiveControlView(std::unique_ptr<Impl> impl)
+    : UI_ControlView(std::move(impl)) {}
+
 void UI_InteractiveControlView::NotifyWhenChangedInteractively(
     InteractiveNotification notification) {
     interactiveNotifications_.push_back(std::move(notification));

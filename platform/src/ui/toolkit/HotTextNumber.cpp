@@ -32,8 +32,11 @@ public:
     }
     ~HotTextNumberEditor() override {
         if (edit_) {
+            // Hiding takes the focus away, which would end the edit again.
+            disconnect(edit_, nullptr, this, nullptr);
             edit_->removeEventFilter(this);
             edit_->hide();
+            edit_->setParent(nullptr);
             edit_->deleteLater();
         }
     }
@@ -113,10 +116,10 @@ void UI_HotTextNumber::EndEdit(bool accept) {
     if (!editor_) {
         return;
     }
-    const QString text = editor_->Text().trimmed();
     // The line edit may be the sender of the signal that ends the edit; the
     // editor only schedules its deletion.
-    editor_.reset();
+    const std::unique_ptr<HotTextNumberEditor> ending = std::move(editor_);
+    const QString text = ending->Text().trimmed();
     bool isNumber = false;
     const double typed = QLocale::c().toDouble(text, &isNumber);
     if (accept && isNumber && std::isfinite(typed)) {

@@ -116,8 +116,12 @@ std::vector<WorkspaceFrame*> WorkspaceFrame::GetTabGroup() const {
     Workspace* workspace = Workspace::Instance();
     const QList<QDockWidget*> siblings =
         workspace->GetImpl().MainWindow().tabifiedDockWidgets(impl_->dock);
+    // The main window keeps the places of floating and closed docks in the
+    // group, so that they can return there; they are not in it meanwhile.
     for (WorkspaceFrame* frame : workspace->GetFrames()) {
-        if (frame == this || siblings.contains(frame->impl_->dock.data())) {
+        QDockWidget* dock = frame->impl_->dock;
+        if (frame == this ||
+            (siblings.contains(dock) && !dock->isFloating() && !dock->isHidden())) {
             group.push_back(frame);
         }
     }

@@ -2,8 +2,11 @@
 #include "UIF/Bitmap.h"
 #include "UIF/DC.h"
 #include "UIF/SubView.h"
+#include "UIF/VideoFrameBlit.h"
 #include "UIF/Workspace.h"
 #include "UiTestSupport.h"
+#include "VF/VideoFrame.h"
+#include "drawing/DCImpl.h"
 #include "zelui/drawbot/Drawbot.h"
 #include "zelui/ui/UI_Events.h"
 
@@ -120,6 +123,28 @@ TEST_F(DrawingTest, WheelNotchesAndPressesArriveInViewCoordinates) {
 
     QTest::mouseClick(widget, Qt::LeftButton, Qt::NoModifier, QPoint(30, 100));
     EXPECT_EQ(pane.presses, (std::vector<std::pair<float, float>>{{30.0f, 100.0f}}));
+}
+
+TEST(VideoFrameBlitTest, FrameIsScaledIntoTheDestinationAndErrorsDrawNothing) {
+    VF::VideoFrame frame(2, 1);
+    const std::uint8_t red[] = {255, 0, 0, 255};
+    const std::uint8_t blue[] = {0, 0, 255, 255};
+    std::copy(std::begin(red), std::end(red), frame.GetRow(0));
+    std::copy(std::begin(blue), std::end(blue), frame.GetRow(0) + 4);
+
+    QImage target(100, 50, QImage::Format_ARGB32_Premultiplied);
+    target.fill(Qt::white);
+    {
+        QPainter painter(&target);
+        UIF::DC dc(std::make_unique<UIF::DC::Impl>(painter, target.rect()));
+        UIF::VideoFrameBlit::BlitFrame(dc, frame, UIF::Rect::FromSize(10, 10, 40, 20));
+        UIF::VideoFrameBlit::BlitFrame(dc, VF::VideoFrame::MakeError("clip.mov: no such file"),
+                                       UIF::Rect::FromSize(60, 10, 30, 30));
+    }
+    EXPECT_EQ(target.pixelColor(12, 20), QColor(255, 0, 0));
+    EXPECT_EQ(target.pixelColor(47, 20), QColor(0, 0, 255));
+    EXPECT_EQ(target.pixelColor(5, 5), QColor(Qt::white));
+    EXPECT_EQ(target.pixelColor(75, 25), QColor(Qt::white));
 }
 
 TEST(DecalTest, EveryNamedDecalIsDrawn) {

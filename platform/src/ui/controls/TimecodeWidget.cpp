@@ -116,8 +116,8 @@ void TimecodeWidget::contextMenuEvent(QContextMenuEvent* event) {
         action->setData(static_cast<int>(choice.display));
     }
     if (QAction* chosen = menu.exec(event->globalPos())) {
-        owner_.DisplayChosen(static_cast<TimeDisplay>(chosen->data().toInt()));
         update();
+        owner_.DisplayChosen(static_cast<TimeDisplay>(chosen->data().toInt()));
     }
 }
 
@@ -158,10 +158,11 @@ void TimecodeWidget::EndEdit(bool confirm) {
     editor->hide();
     editor->setParent(nullptr);
     editor->deleteLater();
+    update();
+    // Last: a listener of the confirmed time may destroy this control.
     if (confirm) {
         owner_.EditConfirmed(text);
     }
-    update();
 }
 
 bool TimecodeWidget::eventFilter(QObject* watched, QEvent* event) {

@@ -120,12 +120,13 @@ void UI_HotTextNumber::EndEdit(bool accept) {
     // editor only schedules its deletion.
     const std::unique_ptr<HotTextNumberEditor> ending = std::move(editor_);
     const QString text = ending->Text().trimmed();
+    Invalidate();
     bool isNumber = false;
     const double typed = QLocale::c().toDouble(text, &isNumber);
+    // Last: a notification may release this control.
     if (accept && isNumber && std::isfinite(typed)) {
         SetValueFromUser(typed, kInteractiveChange_Final);
     }
-    Invalidate();
 }
 
 void UI_HotTextNumber::UI_Draw(drawbot::Drawbot& drawbot) {

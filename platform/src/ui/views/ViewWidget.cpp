@@ -58,6 +58,7 @@ void ViewWidget::DrawInto(QPaintDevice& device, const QRect& area, bool erase) {
 void ViewWidget::paintEvent(QPaintEvent* event) {
     UIF::ViewBase::Impl& impl = owner_.GetImpl();
     if (!impl.doubleBuffered) {
+        impl.staleArea = QRegion();
         DrawInto(*this, event->rect(), true);
         return;
     }

@@ -1,0 +1,42 @@
+#pragma once
+
+#include <functional>
+#include <string>
+
+class QWidget;
+
+namespace host {
+
+class FileChooser;
+class ProjectDocument;
+
+// The File menu's project commands. Problems are reported in message boxes
+// titled "Corvala"; each command returns whether it was carried out.
+class ProjectFileActions {
+public:
+    // allowClose asks the plug-ins' handlers whether the project may close.
+    ProjectFileActions(ProjectDocument& document, FileChooser& chooser, QWidget* dialogParent,
+                       std::function<bool()> allowClose);
+
+    bool NewProject();
+    bool OpenProject();
+    bool OpenProjectFile(const std::string& pathUtf8);
+    // Asks for a path first when the project has no file.
+    bool Save();
+    bool SaveAs();
+
+    // Before the project is closed or replaced: true when it may go. A project
+    // with changes asks whether to save them (Yes saves, and a failed or
+    // cancelled save keeps the project; No discards; Cancel keeps it).
+    bool ConfirmClose();
+
+private:
+    void ReportError(const std::string& problem) const;
+
+    ProjectDocument& document_;
+    FileChooser& chooser_;
+    QWidget* dialogParent_;
+    std::function<bool()> allowClose_;
+};
+
+} // namespace host

@@ -1,0 +1,240 @@
+#include "SourceMonitor.h"
+
+#include "BE/CaptionMessages.h"
+#include "BE/ProjectMessages.h"
+#include "BE/StreamMessages.h"
+#include "HSL/Messages.h"
+#include "KSL/Exception.h"
+#include "KSL/IStation.h"
+#include "KSL/StationUtils.h"
+#include "ML/FrameService.h"
+#include "ML/RenderFrameCompletionMessage.h"
+#include "MZ/ActivationMessages.h"
+#include "MZ/CaptionMessages.h"
+#include "MZ/Captioning.h"
+#include "MZ/Stations.h"
+#include "MonitorPicture.h"
+#include "QtText.h"
+#include "UIF/HotTimecodeControl.h"
+#include "zelmediatypes/TimeLabel.h"
+
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QSlider>
+#include <QVBoxLayout>
+
+#include <algorithm>
+#include <stdexcept>
+
+namespace host {
+namespace {
+
+constexpr const char* kSharedStations[] = {
+    MZ::kStation_MasterClipActivation, MZ::kStation_ClosedCaptionsActivation,
+    ML::kStation_RenderFrameCompletion, UIF::kStation_SourceTimeDisplayChanged};
+
+// Frames of a clip at its rate; at least one, so a clip without a duration shows its first.
+int FrameCount(const BE::MasterClipSettings& settings) {
+    const std::int64_t frames =
+        settings.duration.GetTicks() / settings.frameRate.FrameDuration().GetTicks();
+    return static_cast<int>(std::clamp<std::int64_t>(frames, 1, 1 << 30));
+}
+
+} // namespace
+
+SourceMonitor::SourceMonitor(QWidget* parent)
+    : QWidget(parent)
+    , picture_(new MonitorPicture(this))
+    , slider_(new QSlider(Qt::Horizontal, this))
+    , timecode_(new QLabel(this)) {
+    setObjectName(QStringLiteral("sourceMonitor"));
+    slider_->setObjectName(QStringLiteral("monitorPlayhead"));
+    timecode_->setObjectName(QStringLiteral("monitorTimecode"));
+    timecode_->setMinimumWidth(200);
+    auto* controls = new QHBoxLayout;
+    controls->addWidget(slider_, 1);
+    controls->addWidget(timecode_);
+    auto* layout = new QVBoxLayout(this);
+    layout->addWidget(picture_, 1);
+    layout->addLayout(controls);
+
+    refreshTimer_.setSingleShot(true);
+    refreshTimer_.setInterval(30);
+    connect(&refreshTimer_, &QTimer::timeout, this, [this] { RequestFrame(); });
+    connect(slider_, &QSlider::valueChanged, this, [this](int frame) {
+        if (clip_) {
+            SetPlayhead(clip_->GetSettings().frameRate.FrameDuration() * frame);
+        }
+    });
+    for (const char* station : kSharedStations) {
+        KSL::StationUtils::AddListener(station, this);
+    }
+    ShowClip({}, {});
+}
+
+SourceMonitor::~SourceMonitor() {
+    if (pendingRequest_ != 0 && ML::FrameService::IsRunning()) {
+        ML::FrameService::CancelRequest(pendingRequest_);
+    }
+}
+
+void SourceMonitor::SetPlayhead(zelmediatypes::TickTime time) {
+    if (time == playhead_) {
+        return;
+    }
+    playhead_ = time;
+    UpdateControls();
+    Compose();
+    refreshTimer_.start();
+}
+
+void SourceMonitor::resizeEvent(QResizeEvent* event) {
+    QWidget::resizeEvent(event);
+    if (clip_) {
+        refreshTimer_.start();
+    }
+}
+
+bool SourceMonitor::HandleMessage(const KSL::Message& message) {
+    if (const auto* done = message.As<ML::RenderFrameCompletionMessage>()) {
+        if (done->GetRequestID() != pendingRequest_ || pendingRequest_ == 0) {
+            return false; // another view's request
+        }
+        frame_ = done->GetFrame();
+        if (done->IsFinal()) {
+            pendingRequest_ = 0;
+        }
+        Compose();
+    } else if (const auto* selected = message.As<MZ::MasterClipSelectedMessage>()) {
+        ShowClip(selected->GetMasterClip(), {});
+    } else if (const auto* source = message.As<HSL::SourceClipSelectedMessage>()) {
+        ShowClip(source->GetClip(), {});
+    } else if (const auto* closed = message.As<MZ::MasterClipClosedMessage>()) {
+        if (closed->GetMasterClip() == clip_) {
+            ShowClip({}, {});
+        }
+    } else if (const auto* opened = message.As<MZ::ClosedCaptionsOpenedMessage>()) {
+        ShowClip(opened->GetMasterClip(), opened->GetStream());
+    } else if (const auto* item = message.As<MZ::CaptioningTrackItemOpenedMessage>()) {
+        ShowClip(item->GetTrackItem().masterClip, item->GetTrackItem().stream);
+    } else if (const auto* display = message.As<UIF::HotTimecodeVideoTimeDisplayChangedMessage>()) {
+        timeDisplay_ = display->GetTimeDisplay();
+        UpdateControls();
+    } else if (message.As<BE::MasterClipClipChangedMessage>()) {
+        UpdateControls();
+        refreshTimer_.start();
+    } else if (message.As<BE::CaptioningStreamChangedMessage>()) {
+        // The shown stream may have gone or changed its format: choose again.
+        const bool streamGone = stream_ && !stream_->GetMasterClip();
+        ShowClip(clip_, streamGone ? KSL::InterfaceRef<BE::ICaptioningStream>() : stream_);
+    } else if (message.As<BE::CaptionsChangedMessage>() || message.As<BE::CaptionsMovedMessage>()) {
+        Compose();
+    } else {
+        return false;
+    }
+    return true;
+}
+
+void SourceMonitor::ShowClip(KSL::InterfaceRef<BE::IMasterClip> clip,
+                             KSL::InterfaceRef<BE::ICaptioningStream> stream) {
+    if (clip != clip_) {
+        if (pendingRequest_ != 0 && ML::FrameService::IsRunning()) {
+            ML::FrameService::CancelRequest(pendingRequest_);
+        }
+        pendingRequest_ = 0;
+        frame_.reset();
+        clip_ = std::move(clip);
+        playhead_ = zelmediatypes::TickTime();
+    } else if (!stream) {
+        stream = stream_;
+    }
+    if (!stream && clip_ && clip_->GetCaptioningStreamCount() > 0) {
+        stream = clip_->GetCaptioningStream(0);
+    }
+    stream_ = std::move(stream);
+    UnsubscribeFromClip();
+    if (clip_) {
+        SubscribeTo(KSL::StationOf(clip_));
+    }
+    if (stream_) {
+        SubscribeTo(KSL::StationOf(stream_));
+    }
+    UpdateControls();
+    Compose();
+    if (clip_) {
+        refreshTimer_.start();
+    } else {
+        refreshTimer_.stop();
+    }
+}
+
+void SourceMonitor::SubscribeTo(const KSL::StationID& station) {
+    KSL::StationUtils::AddListener(station, this);
+    clipStations_.push_back(station);
+}
+
+void SourceMonitor::UnsubscribeFromClip() {
+    for (const KSL::StationID& station : clipStations_) {
+        KSL::StationUtils::RemoveListener(station, this);
+    }
+    clipStations_.clear();
+}
+
+void SourceMonitor::RequestFrame() {
+    if (!clip_ || !ML::FrameService::IsRunning()) {
+        return;
+    }
+    const BE::MasterClipSettings settings = clip_->GetSettings();
+    const QSize size =
+        picture_->FittedSize(settings.frameRect.Width(), settings.frameRect.Height());
+    if (size.isEmpty()) {
+        return;
+    }
+    if (pendingRequest_ != 0) {
+        ML::FrameService::CancelRequest(pendingRequest_);
+    }
+    pendingRequest_ = ML::FrameService::RequestFrame(
+        settings, playhead_, {size.width(), size.height()}, ML::Refinement::kKeyframeFirst);
+}
+
+void SourceMonitor::Compose() {
+    if (!clip_) {
+        picture_->ShowText(Localized("$$$/Corvala/Host/Monitor/NoClip=Select a master clip to "
+                                     "see it here."));
+        return;
+    }
+    zelcaptioning::CaptionPtr caption;
+    if (stream_) {
+        try {
+            caption = MZ::Captioning(stream_).GetCaptionBlock(playhead_);
+        } catch (const KSL::Exception&) {
+            // The stream left the project; its captions are not drawn.
+        }
+    }
+    const BE::MasterClipSettings settings = clip_->GetSettings();
+    picture_->Show(frame_, caption, settings.frameRect.Width(), settings.frameRect.Height());
+}
+
+void SourceMonitor::UpdateControls() {
+    const QSignalBlocker blockSlider(slider_);
+    slider_->setEnabled(static_cast<bool>(clip_));
+    if (!clip_) {
+        slider_->setRange(0, 0);
+        timecode_->clear();
+        return;
+    }
+    const BE::MasterClipSettings settings = clip_->GetSettings();
+    const zelmediatypes::TickTime frameDuration = settings.frameRate.FrameDuration();
+    slider_->setRange(0, FrameCount(settings) - 1);
+    slider_->setValue(static_cast<int>(playhead_.GetTicks() / frameDuration.GetTicks()));
+    QString label = QStringLiteral("--");
+    try {
+        label = QString::fromStdString(
+            zelmediatypes::FormatTimeLabel(playhead_, timeDisplay_, settings.frameRate));
+    } catch (const std::invalid_argument&) {
+        // A display not chosen yet, or one this build has no labels for.
+    }
+    timecode_->setText(QStringLiteral("%1  %2").arg(ToQString(settings.name), label));
+}
+
+} // namespace host

@@ -1,0 +1,63 @@
+#include "TimeDisplayMenu.h"
+
+#include "KSL/StationUtils.h"
+#include "QtText.h"
+#include "TimeDisplayNames.h"
+#include "UIF/HotTimecodeControl.h"
+
+#include <QActionGroup>
+
+namespace host {
+
+TimeDisplayMenu::TimeDisplayMenu(QWidget* parent)
+    : QMenu(Localized("$$$/Corvala/Host/Menu/TimeDisplay=Time Display"), parent) {
+    setObjectName(QStringLiteral("timeDisplayMenu"));
+    AddTargetMenu(Target::kSource, Localized("$$$/Corvala/Host/Menu/SourceTime=Source"));
+    AddTargetMenu(Target::kSequence, Localized("$$$/Corvala/Host/Menu/SequenceTime=Sequence"));
+}
+
+zelmediatypes::TimeDisplay TimeDisplayMenu::GetVideoTimeDisplay(Target target) const {
+    return target == Target::kSource ? source_.video : sequence_.video;
+}
+
+zelmediatypes::TimeDisplay TimeDisplayMenu::GetAudioTimeDisplay(Target target) const {
+    return target == Target::kSource ? source_.audio : sequence_.audio;
+}
+
+void TimeDisplayMenu::AddTargetMenu(Target target, const QString& title) {
+    QMenu* menu = addMenu(title);
+    auto addGroup = [&](std::span<const zelmediatypes::TimeDisplay> displays,
+                        zelmediatypes::TimeDisplay chosen) {
+        auto* group = new QActionGroup(menu);
+        for (const zelmediatypes::TimeDisplay display : displays) {
+            QAction* action = menu->addAction(TimeDisplayName(display));
+            action->setCheckable(true);
+            action->setChecked(display == chosen);
+            action->setData(static_cast<int>(display));
+            group->addAction(action);
+            connect(action, &QAction::triggered, this,
+                    [this, target, display] { Choose(target, display); });
+        }
+    };
+    const Choice& choice = target == Target::kSource ? source_ : sequence_;
+    addGroup(VideoTimeDisplays(), choice.video);
+    menu->addSeparator();
+    addGroup(AudioTimeDisplays(), choice.audio);
+}
+
+void TimeDisplayMenu::Choose(Target target, zelmediatypes::TimeDisplay display) {
+    Choice& choice = target == Target::kSource ? source_ : sequence_;
+    const char* station = target == Target::kSource ? UIF::kStation_SourceTimeDisplayChanged
+                                                    : UIF::kStation_SequenceTimeDisplayChanged;
+    if (IsAudioTimeDisplay(display)) {
+        choice.audio = display;
+        KSL::StationUtils::BroadcastMessage(
+            station, UIF::HotTimecodeAudioTimeDisplayChangedMessage(display));
+    } else {
+        choice.video = display;
+        KSL::StationUtils::BroadcastMessage(
+            station, UIF::HotTimecodeVideoTimeDisplayChangedMessage(display));
+    }
+}
+
+} // namespace host

@@ -1,0 +1,22 @@
+#pragma once
+
+#include "zelmediatypes/TimeDisplay.h"
+
+#include <QString>
+
+#include <span>
+
+namespace host {
+
+// The displays a user can choose for video times (timecodes and frame
+// numbers) and for audio times, in menu order.
+std::span<const zelmediatypes::TimeDisplay> VideoTimeDisplays();
+std::span<const zelmediatypes::TimeDisplay> AudioTimeDisplays();
+
+// Whether the display counts audio units (its change is an audio time display change).
+bool IsAudioTimeDisplay(zelmediatypes::TimeDisplay display);
+
+// The localised menu name of a display, e.g. "29.97 fps Drop-Frame Timecode".
+QString TimeDisplayName(zelmediatypes::TimeDisplay display);
+
+} // namespace host

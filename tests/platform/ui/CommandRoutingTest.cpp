@@ -136,6 +136,7 @@ TEST_F(CommandRoutingTest, CreatorOfTheTabViewIsInItsChain) {
             : RecordingCreator(u"commanding")
             , ScriptedHandler("handler", sharedLog) {}
     } handlerCreator(log);
+    handlerCreator.handlerID = u"commanding.id";
     handlerCreator.enabledByCommand[UIF::kCommand_Find] = true;
     UIF::Workspace::Instance()->CreateOrReanimateTabView(u"commanding", {});
     handlerCreator.view->SetFocus();

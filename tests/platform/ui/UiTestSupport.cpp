@@ -58,7 +58,7 @@ RecordingCreator::RecordingCreator(const zelcore::UTF16String& handlerName)
 UIF::TabView* RecordingCreator::CreateTabView(UIF::WorkspaceFrame* frame) {
     ++creations;
     view = std::make_unique<RecordingTabView>(UIF::ApplicationCommander());
-    view->Create(name, u"$$$/Corvala/Test/PanelTitle=Test Panel", frame, true);
+    view->Create(handlerID, u"$$$/Corvala/Test/PanelTitle=Test Panel", frame, true);
     return view.get();
 }
 

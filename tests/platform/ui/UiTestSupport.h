@@ -60,6 +60,8 @@ public:
     bool ShouldSaveStateWhenDestroyed() const override { return keepFramePlace; }
 
     zelcore::UTF16String name;
+    // What the views are created with; handlers may be named apart from their id.
+    zelcore::UTF16String handlerID = name;
     std::unique_ptr<RecordingTabView> view;
     int creations = 0;
     bool hideWhenClosed = false;

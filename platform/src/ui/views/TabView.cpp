@@ -34,17 +34,6 @@ QTabBar* TabBarHolding(const QDockWidget* dock, int& index) {
     return nullptr;
 }
 
-// The creator registered for the handler, when it also handles commands.
-CommandHandler* CreatorAsHandler(const zelcore::UTF16String& handlerID) {
-    Workspace* workspace = Workspace::Instance();
-    if (!workspace) {
-        return nullptr;
-    }
-    const auto& creators = workspace->GetImpl().creators;
-    const auto found = creators.find(handlerID);
-    return found == creators.end() ? nullptr : dynamic_cast<CommandHandler*>(found->second);
-}
-
 } // namespace
 
 TabView::TabView(Commander* superCommander)
@@ -77,7 +66,8 @@ void TabView::Create(const zelcore::UTF16String& handlerID, const zelcore::UTF16
     dock->setWindowTitle(platform::ui::Localized(zelcore::View(title)));
     widget->show();
     isCreated_ = true;
-    AttachCommandHandler(CreatorAsHandler(handlerID));
+    // A creator that also handles commands hears those its views do not handle.
+    AttachCommandHandler(dynamic_cast<CommandHandler*>(frame->creator_));
     OnCreate();
     if (showNow) {
         dock->show();
@@ -140,7 +130,9 @@ void TabView::Destroy(std::uint32_t flags) {
 
 void TabView::DestroySelf() {
     isCreated_ = false;
-    DetachCommandHandler(CreatorAsHandler(handlerID_));
+    if (frame_) {
+        DetachCommandHandler(dynamic_cast<CommandHandler*>(frame_->creator_));
+    }
     if (QWidget* widget = platform::ui::WidgetOfView(*this)) {
         widget->hide();
         widget->setParent(nullptr);

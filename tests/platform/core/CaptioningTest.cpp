@@ -9,6 +9,10 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <cstdint>
+#include <limits>
+#include <random>
+
 namespace {
 
 using platform_test::CaptionChangeRecorder;
@@ -73,6 +77,85 @@ TEST_F(CaptioningTest, BlockLookupPrefersAnExactBeginThenARunningCaption) {
     EXPECT_EQ(captioning.GetCaptionBlock(Seconds(3)), b); // a's end is excluded
     EXPECT_EQ(captioning.GetCaptionBlock(Seconds(4)), nullptr);
     EXPECT_EQ(captioning.GetCaptionBlock(Seconds(6)), c);
+}
+
+// Lookups by time answered by a linear scan of the stream's order.
+CaptionPtr ScannedBlockAt(const BE::ICaptioningStream& stream, zelmediatypes::TickTime time) {
+    std::size_t before = 0;
+    while (before < stream.GetCaptionCount() && stream.GetCaption(before)->GetBeginTime() < time) {
+        ++before;
+    }
+    if (before < stream.GetCaptionCount() && stream.GetCaption(before)->GetBeginTime() == time) {
+        return stream.GetCaption(before);
+    }
+    if (before > 0 && time < stream.GetCaption(before - 1)->GetEndTime()) {
+        return stream.GetCaption(before - 1);
+    }
+    return nullptr;
+}
+
+// Enough lookups between edits that the stream builds its time table, and
+// edits of every kind that make it stale: its answers must match a scan.
+TEST_F(CaptioningTest, BlockLookupAgreesWithAScanThroughAddsRetimesAndRemoves) {
+    std::mt19937 random(11);
+    const auto seconds = [&random](int from, int to) {
+        return Seconds(std::uniform_int_distribution<int>(from, to)(random) / 4.0);
+    };
+    const auto expectAgreement = [&](int step) {
+        for (int probe = 0; probe < 200; ++probe) {
+            const zelmediatypes::TickTime time = seconds(-8, 408);
+            ASSERT_EQ(captioning.GetCaptionBlock(time), ScannedBlockAt(*stream, time))
+                << "step " << step << ", time " << time.GetTicks();
+        }
+    };
+    const auto addRandom = [&] {
+        const zelmediatypes::TickTime begin = seconds(0, 400);
+        captioning.AddCaption(MakeCaption(begin, begin + seconds(0, 12), "caption"));
+    };
+    for (int i = 0; i < 300; ++i) {
+        addRandom();
+    }
+    for (int step = 0; step < 60; ++step) {
+        expectAgreement(step);
+        const auto count = static_cast<int>(stream->GetCaptionCount());
+        const CaptionPtr picked =
+            stream->GetCaption(std::uniform_int_distribution<int>(0, count - 1)(random));
+        switch (step % 4) {
+        case 0:
+            captioning.UpdateCaption(picked, seconds(0, 400), seconds(0, 12), false,
+                                     zelmediatypes::kTimeDisplay_Unknown);
+            break;
+        case 1:
+            captioning.RemoveCaption(picked, step % 8 == 1);
+            break;
+        case 2:
+            addRandom();
+            break;
+        default:
+            History().Undo();
+        }
+    }
+}
+
+TEST_F(CaptioningTest, BlockLookupHandlesTimesAtBothEndsOfTheTickRange) {
+    constexpr std::int64_t kMin = std::numeric_limits<std::int64_t>::min();
+    constexpr std::int64_t kMax = std::numeric_limits<std::int64_t>::max();
+    const std::int64_t begins[] = {kMin, kMin + 1, -5, 0, 0, 7, kMax - 10, kMax};
+    for (const std::int64_t begin : begins) {
+        const std::int64_t end = begin > kMax - 3 ? begin : begin + 3;
+        captioning.AddCaption(MakeCaption(platform_test::Ticks(begin), platform_test::Ticks(end),
+                                          std::to_string(begin)));
+    }
+    for (int round = 0; round < 100; ++round) { // past the point where the table is built
+        for (const std::int64_t begin : begins) {
+            for (const std::int64_t time :
+                 {begin, begin == kMin ? begin : begin - 1, begin == kMax ? begin : begin + 1}) {
+                ASSERT_EQ(captioning.GetCaptionBlock(platform_test::Ticks(time)),
+                          ScannedBlockAt(*stream, platform_test::Ticks(time)))
+                    << time;
+            }
+        }
+    }
 }
 
 TEST_F(CaptioningTest, TimeRangeReturnsCaptionsTouchingTheClosedRange) {

@@ -86,7 +86,7 @@ boost::intrusive_ptr<zelcaptioning::Caption>
 Captioning::GetCaptionBlock(const zelmediatypes::TickTime& time) const {
     const CaptioningStream& stream = Access(stream_).stream;
     const auto& entries = stream.GetEntries();
-    const std::size_t first = stream.LowerBound(time);
+    const std::size_t first = stream.QueryLowerBound(time);
     if (first < entries.size() && entries[first].beginTime == time) {
         return entries[first].caption;
     }
@@ -123,7 +123,7 @@ void Captioning::GetCaptionsInTimeRange(
     const CaptioningStream& stream = Access(stream_).stream;
     const auto& entries = stream.GetEntries();
     out.clear();
-    const std::size_t end = stream.UpperBound(to);
+    const std::size_t end = stream.QueryUpperBound(to);
     for (std::size_t i = 0; i < end; ++i) {
         if (!(entries[i].endTime < from)) {
             out.push_back(entries[i].caption);

@@ -5,6 +5,7 @@
 #include "zelcaptioning/StreamFormat.h"
 
 #include <algorithm>
+#include <limits>
 
 namespace platform::core {
 
@@ -70,8 +71,8 @@ CaptioningStream::FindStoredCaptionIndex(const zelcaptioning::Caption* caption) 
         return std::nullopt;
     }
     const zelmediatypes::TickTime begin = caption->GetBeginTime();
-    for (std::size_t i = LowerBound(begin); i < entries_.size() && entries_[i].beginTime == begin;
-         ++i) {
+    for (std::size_t i = QueryLowerBound(begin);
+         i < entries_.size() && entries_[i].beginTime == begin; ++i) {
         if (entries_[i].caption.get() == caption) {
             return i;
         }
@@ -97,22 +98,111 @@ Project* CaptioningStream::GetProject() const {
     return owner_ ? owner_->GetProject() : nullptr;
 }
 
+namespace {
+
+// A rebuild reads every entry once, so it waits until the searches made since
+// the table went stale have paid about as much in binary searches.
+std::size_t SearchesBeforeRebuild(std::size_t entryCount) {
+    return entryCount / 16 + 1;
+}
+
+std::uint64_t Ticks(const zelmediatypes::TickTime& time) {
+    return static_cast<std::uint64_t>(time.GetTicks());
+}
+
+} // namespace
+
+CaptioningStream::Range CaptioningStream::BoundRange(const zelmediatypes::TickTime& time) const {
+    if (!tableCurrent_) {
+        return {0, entries_.size()};
+    }
+    if (entries_.empty() || time < entries_.front().beginTime) {
+        return {0, 0};
+    }
+    if (entries_.back().beginTime < time) {
+        return {entries_.size(), entries_.size()};
+    }
+    // Entries of earlier slots begin before the time, those of later slots after it.
+    const std::uint64_t slot = (Ticks(time) - tableFirstBegin_) >> slotShift_;
+    return {timeTable_[slot], timeTable_[slot + 1]};
+}
+
 std::size_t CaptioningStream::LowerBound(const zelmediatypes::TickTime& time) const {
+    const Range range = BoundRange(time);
+    const auto at = [this](std::size_t index) {
+        return entries_.begin() + static_cast<std::ptrdiff_t>(index);
+    };
     return static_cast<std::size_t>(
-        std::partition_point(entries_.begin(), entries_.end(),
+        std::partition_point(at(range.first), at(range.last),
                              [&time](const Entry& e) { return e.beginTime < time; }) -
         entries_.begin());
 }
 
 std::size_t CaptioningStream::UpperBound(const zelmediatypes::TickTime& time) const {
+    const Range range = BoundRange(time);
+    const auto at = [this](std::size_t index) {
+        return entries_.begin() + static_cast<std::ptrdiff_t>(index);
+    };
     return static_cast<std::size_t>(
-        std::partition_point(entries_.begin(), entries_.end(),
+        std::partition_point(at(range.first), at(range.last),
                              [&time](const Entry& e) { return !(time < e.beginTime); }) -
         entries_.begin());
 }
 
+std::size_t CaptioningStream::QueryLowerBound(const zelmediatypes::TickTime& time) const {
+    RebuildStaleTimeTableWhenDue();
+    return LowerBound(time);
+}
+
+std::size_t CaptioningStream::QueryUpperBound(const zelmediatypes::TickTime& time) const {
+    RebuildStaleTimeTableWhenDue();
+    return UpperBound(time);
+}
+
+void CaptioningStream::MarkTimeTableStale() {
+    tableCurrent_ = false;
+    searchesSinceStale_ = 0;
+}
+
+void CaptioningStream::RebuildStaleTimeTableWhenDue() const {
+    const std::size_t count = entries_.size();
+    if (tableCurrent_ || ++searchesSinceStale_ < SearchesBeforeRebuild(count) ||
+        count > std::numeric_limits<std::uint32_t>::max()) {
+        return;
+    }
+    timeTable_.clear();
+    if (count > 0) {
+        tableFirstBegin_ = Ticks(entries_.front().beginTime);
+        const std::uint64_t span = Ticks(entries_.back().beginTime) - tableFirstBegin_;
+        // The narrowest power-of-two slot width that needs at most one slot per entry.
+        slotShift_ = 0;
+        while ((span >> slotShift_) >= count) {
+            ++slotShift_;
+        }
+        const std::uint64_t slots = (span >> slotShift_) + 1;
+        timeTable_.reserve(static_cast<std::size_t>(slots) + 1);
+        std::size_t index = 0;
+        for (std::uint64_t slot = 0; slot < slots; ++slot) {
+            const std::uint64_t slotStart = slot << slotShift_;
+            while (index < count &&
+                   Ticks(entries_[index].beginTime) - tableFirstBegin_ < slotStart) {
+                ++index;
+            }
+            timeTable_.push_back(static_cast<std::uint32_t>(index));
+        }
+        timeTable_.push_back(static_cast<std::uint32_t>(count));
+    }
+    tableCurrent_ = true;
+}
+
+std::vector<CaptioningStream::Entry>& CaptioningStream::MutableEntries() {
+    MarkTimeTableStale();
+    return entries_;
+}
+
 std::size_t CaptioningStream::Insert(boost::intrusive_ptr<zelcaptioning::Caption> caption,
                                      std::uint64_t arrival) {
+    MarkTimeTableStale();
     Entry entry{caption->GetBeginTime(), caption->GetEndTime(), arrival, std::move(caption)};
     const auto at = std::partition_point(entries_.begin(), entries_.end(),
                                          [&entry](const Entry& e) { return Precedes(e, entry); });
@@ -120,6 +210,7 @@ std::size_t CaptioningStream::Insert(boost::intrusive_ptr<zelcaptioning::Caption
 }
 
 CaptioningStream::Entry CaptioningStream::RemoveAt(std::size_t index) {
+    MarkTimeTableStale();
     Entry entry = std::move(entries_[index]);
     entries_.erase(entries_.begin() + static_cast<std::ptrdiff_t>(index));
     return entry;
@@ -129,6 +220,12 @@ std::size_t CaptioningStream::Restamp(std::size_t from) {
     Entry restamped = entries_[from];
     restamped.beginTime = restamped.caption->GetBeginTime();
     restamped.endTime = restamped.caption->GetEndTime();
+    if (restamped.beginTime == entries_[from].beginTime) {
+        // Same begin time, same arrival: the caption keeps its place and the table holds.
+        entries_[from] = std::move(restamped);
+        return from;
+    }
+    MarkTimeTableStale();
     // The entries before its new place, counted while it still sorts by its old time.
     const std::size_t preceding = static_cast<std::size_t>(
         std::partition_point(entries_.begin(), entries_.end(),

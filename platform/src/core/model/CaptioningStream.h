@@ -7,6 +7,7 @@
 
 #include <boost/intrusive_ptr.hpp>
 
+#include <cstddef>
 #include <cstdint>
 #include <vector>
 
@@ -22,6 +23,15 @@ class Project;
 // arrival when it is retimed, removed and taken back, so any sequence of
 // changes and their undoing restores the order exactly. Only the model's
 // edits change it, and they keep the stored times current.
+//
+// Searches by time go through a table from time to the first entry of each
+// stretch of the timeline, so that for captions spread along a timeline a
+// search reads a table slot and an entry or two whatever the stream's size.
+// Adding, removing or retiming a caption leaves the table stale; it is rebuilt
+// (in linear time) by the searches of MZ::Captioning only after enough of them
+// have fallen back to a binary search to pay for it, so a run of edits each
+// followed by a search never costs linear time per edit. Changing a caption
+// without moving its begin time keeps the table.
 class CaptioningStream final : public RefCountedObject<BE::ICaptioningStream, KSL::IStation> {
 public:
     static constexpr const char* kImplementationID = "platform::core::CaptioningStream";
@@ -54,7 +64,8 @@ public:
     FindCaptionIndex(const zelcaptioning::Caption* caption) const override;
 
     // The index among the captions stored at the caption's current begin time;
-    // no linear search.
+    // no linear search. Like FindCaptionIndex, it searches as the queries do
+    // (QueryLowerBound), so edits call them before they change any entry.
     std::optional<std::size_t> FindStoredCaptionIndex(const zelcaptioning::Caption* caption) const;
 
     void SetStreamFormat(zelcaptioning::StreamFormat format) { format_ = format; }
@@ -64,8 +75,14 @@ public:
     Project* GetProject() const;
 
     const std::vector<Entry>& GetEntries() const { return entries_; }
+    // The first entry beginning at or after (LowerBound), or after (UpperBound),
+    // the time. These use the time table only when it is current and never
+    // rebuild it, so an edit may call them while it changes the entries.
     std::size_t LowerBound(const zelmediatypes::TickTime& time) const;
     std::size_t UpperBound(const zelmediatypes::TickTime& time) const;
+    // The same for queries made between edits: they may rebuild a stale table.
+    std::size_t QueryLowerBound(const zelmediatypes::TickTime& time) const;
+    std::size_t QueryUpperBound(const zelmediatypes::TickTime& time) const;
 
     // An arrival later than every caption's so far.
     std::uint64_t NextArrival() { return nextArrival_++; }
@@ -75,15 +92,38 @@ public:
     // Stores the current times of the caption at index from and moves it to
     // its place. Returns its new index.
     std::size_t Restamp(std::size_t from);
-    // For edits that shift many captions at once; they keep the order and stored times.
-    std::vector<Entry>& MutableEntries() { return entries_; }
+    // For edits that shift many captions at once; they keep the order and
+    // stored times, and finish changing the entries before anything queries
+    // the stream (the table is marked stale when they take the entries): in
+    // between they may search only with LowerBound and UpperBound.
+    std::vector<Entry>& MutableEntries();
 
 private:
+    // The entries [first, last] among which the bound of the time lies.
+    struct Range {
+        std::size_t first;
+        std::size_t last;
+    };
+    Range BoundRange(const zelmediatypes::TickTime& time) const;
+    void MarkTimeTableStale();
+    void RebuildStaleTimeTableWhenDue() const;
+
     zelcaptioning::StreamFormat format_;
     MasterClip* owner_ = nullptr;
     KSL::StationID station_;
     std::vector<Entry> entries_;
     std::uint64_t nextArrival_ = 0;
+
+    // Slot s holds the index of the first entry beginning at or after
+    // firstBegin + (s << slotShift_) ticks; a last slot holds the entry count.
+    // Offsets from the first begin time are unsigned, so any two 64-bit times
+    // are at most 2^64 - 1 ticks apart. Caches, updated by const searches on
+    // the one thread that uses the model.
+    mutable std::vector<std::uint32_t> timeTable_;
+    mutable std::uint64_t tableFirstBegin_ = 0;
+    mutable unsigned slotShift_ = 0;
+    mutable bool tableCurrent_ = false;
+    mutable std::size_t searchesSinceStale_ = 0;
 };
 
 } // namespace platform::core

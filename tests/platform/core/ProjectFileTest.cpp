@@ -179,8 +179,8 @@ TEST(ProjectFileTest, OpenGivesBackEveryAttributeAndSavingAgainTheSameBytes) {
     ExpectSameProject(*original, *opened);
     EXPECT_EQ(Serialized(opened), saved);
     // Floats are written in their shortest form, 64-bit values in strings.
-    EXPECT_NE(saved.find("\"fontSize\": 0.1,"), std::string::npos);
-    EXPECT_NE(saved.find("\"begin\": \"9007199254740993\""), std::string::npos);
+    EXPECT_NE(saved.find("\"fontSize\":0.1,"), std::string::npos);
+    EXPECT_NE(saved.find("\"begin\":\"9007199254740993\""), std::string::npos);
 }
 
 TEST(ProjectFileTest, OpenedProjectHasACleanEmptyHistoryAndAnnouncedNothing) {
@@ -274,6 +274,48 @@ std::string Replaced(std::string text, const std::string& from, const std::strin
     return at == std::string::npos ? text : text.replace(at, from.size(), to);
 }
 
+TEST(ProjectFileTest, EachCaptionTakesOneLineWithoutItsDefaultMembers) {
+    const std::string file = SmallFile();
+    EXPECT_NE(file.find("\n                                {\"begin\":\"254016000000\","
+                        "\"end\":\"508032000000\",\"paragraphs\":[{\"spans\":[{\"text\":"
+                        "\"first\"}]}],\"type\":\"popOn\"},\n"),
+              std::string::npos)
+        << file;
+    EXPECT_NE(file.find("\n    \"version\": 2\n"), std::string::npos);
+}
+
+// Version 1 wrote every member, null for a line never placed or measured.
+TEST(ProjectFileTest, VersionOneFilesOpenAndSaveAsTheCurrentVersion) {
+    const std::string versionOne = R"({"format": "corvala-project", "version": 1, "bins": [{
+        "name": "Bin", "sequences": [], "clips": [{
+            "name": "Clip", "kind": "single", "media": {"kind": "testSource", "path": ""},
+            "frameRect": {"left": 0, "top": 0, "right": 1920, "bottom": 1080},
+            "frameRate": "30000/1001", "pixelAspectRatio": "1/1", "duration": "0",
+            "streams": [{"format": "CEA-608", "captions": [{
+                "begin": "5", "end": "9", "type": "rollUp2", "paragraphs": [{
+                    "alignment": "center", "anchor": 7, "position": null, "measuredSize": null,
+                    "spans": [{"text": "plain", "fontName": "", "fontSize": 0, "bold": false,
+                               "italic": true, "underline": false, "textEdge": "none",
+                               "edgeWidth": 0, "textColor": [1, 1, 0, 1],
+                               "backgroundColor": [0, 0, 0, 0], "edgeColor": [0, 0, 0, 0]}]}]}]}]}]}]})";
+    const KSL::InterfaceRef<BE::IProject> opened = Parsed(versionOne);
+    ASSERT_TRUE(opened);
+    const CaptionPtr caption =
+        opened->GetBin(0)->GetMasterClip(0)->GetCaptioningStream(0)->GetCaption(0);
+    CaptionPtr expected = MakeCaption(platform_test::Ticks(5), platform_test::Ticks(9), "plain");
+    expected->SetCaptionType(zelcaptioning::kCaptionType_RollUp2);
+    zelcaptioning::TextSpanAttributes attributes;
+    attributes.SetItalicized(true);
+    attributes.textColor = {1.0f, 1.0f, 0.0f, 1.0f};
+    FirstSpan(expected)->SetTextSpanStyleAttributes(attributes);
+    ExpectSameCaption(*caption, *expected);
+    const std::string saved = Serialized(opened);
+    EXPECT_NE(saved.find("\"version\": 2"), std::string::npos);
+    EXPECT_NE(saved.find("{\"italic\":true,\"text\":\"plain\",\"textColor\":[1,1,0,1]}"),
+              std::string::npos)
+        << saved;
+}
+
 TEST(ProjectFileTest, SyntaxErrorsNameLineAndColumn) {
     EXPECT_EQ(ErrorOf(""), "line 1, column 1: illegal value");
     EXPECT_EQ(ErrorOf("{\n    \"format\": \"corvala-project\",\n    \"version\": 1,,\n}"),
@@ -291,37 +333,41 @@ TEST(ProjectFileTest, WrongValuesNameTheirMemberPath) {
     const std::string file = SmallFile();
     const std::string caption1 = "bins[0].clips[0].streams[0].captions[1]";
     const std::string span2 = caption1 + ".paragraphs[0].spans[2]";
+    // Members holding their defaults are left out: the broken ones are put in.
+    const auto inSpan2 = [&file](const std::string& member) {
+        return Replaced(file, "{\"text\":\"c\"}", "{" + member + ",\"text\":\"c\"}");
+    };
+    const auto inParagraph = [&file](const std::string& member) {
+        return Replaced(file, "{\"spans\":[{\"text\":\"a\"}",
+                        "{" + member + ",\"spans\":[{\"text\":\"a\"}");
+    };
     const struct {
         std::string broken;
         std::string error;
     } cases[] = {
         {"[]", "top level: expected an object"},
         {Replaced(file, "corvala-project", "other"), "format: expected \"corvala-project\""},
-        {Replaced(file, "\"version\": 1", "\"version\": 2"),
-         "version: version 2 is newer than this build reads (1)"},
+        {Replaced(file, "\"version\": 2", "\"version\": 3"),
+         "version: version 3 is newer than this build reads (2)"},
         {Replaced(file, "\"bins\"", "\"bons\""), "bins: missing"},
-        {Replaced(file, "\"fontSize\": 0", "\"fontSize\": \"big\"", 3),
-         span2 + ".fontSize: expected a number"},
-        {Replaced(file, "\"fontSize\": 0", "\"fontSize\": 1e39", 3),
+        {inSpan2("\"fontSize\":\"big\""), span2 + ".fontSize: expected a number"},
+        {inSpan2("\"fontSize\":1e39"),
          span2 + ".fontSize: number beyond the range of a 32-bit float"},
-        {Replaced(file, "\"textEdge\": \"none\"", "\"textEdge\": \"glow\"", 3),
-         span2 + ".textEdge: unknown name \"glow\""},
-        {Replaced(file, "\"bold\": false", "\"bold\": 0", 3),
-         span2 + ".bold: expected true or false"},
-        {Replaced(file, "\"anchor\": 7", "\"anchor\": 12", 1),
+        {inSpan2("\"textEdge\":\"glow\""), span2 + ".textEdge: unknown name \"glow\""},
+        {inSpan2("\"bold\":0"), span2 + ".bold: expected true or false"},
+        {inParagraph("\"anchor\":12"),
          caption1 + ".paragraphs[0].anchor: expected a whole number from 0 to 9"},
-        {Replaced(file, "\"measuredSize\": null", "\"measuredSize\": {\"width\": 5, \"height\": 0}",
-                  1),
+        {inParagraph("\"measuredSize\":{\"width\":5,\"height\":0}"),
          caption1 + ".paragraphs[0].measuredSize.height: expected a whole number from 1 to "
                     "9007199254740992"},
-        {Replaced(file, "\"position\": null", "\"position\": {\"x\": \"1/0\", \"y\": \"1/2\"}", 1),
+        {inParagraph("\"position\":{\"x\":\"1/0\",\"y\":\"1/2\"}"),
          caption1 + ".paragraphs[0].position.x: expected \"numerator/denominator\" with a positive "
                     "denominator, within 64 bits"},
-        {Replaced(file, "\"begin\": \"", "\"begin\": \"x", 1),
+        {Replaced(file, "\"begin\":\"", "\"begin\":\"x", 1),
          caption1 + ".begin: expected a whole number in a string, within 64 bits"},
-        {Replaced(file, "\"begin\": \"", "\"begin\": \"-", 1),
+        {Replaced(file, "\"begin\":\"", "\"begin\":\"-", 1),
          caption1 + ".begin: begins before the caption before it"},
-        {Replaced(file, "\"type\": \"popOn\"", "\"type\": \"scroll\"", 1),
+        {Replaced(file, "\"type\":\"popOn\"", "\"type\":\"scroll\"", 1),
          caption1 + ".type: unknown name \"scroll\""},
         {Replaced(file, "\"format\": \"CEA-608\"", "\"format\": \"SRT\""),
          "bins[0].clips[0].streams[0].format: unknown name \"SRT\""},
@@ -341,12 +387,8 @@ TEST(ProjectFileTest, WrongValuesNameTheirMemberPath) {
 
 TEST(ProjectFileTest, ColoursAndStreamsAreCheckedAsAWhole) {
     const std::string file = SmallFile();
-    const std::string colour = "\"textColor\": [\n";
-    const std::size_t at = file.find(colour);
-    ASSERT_NE(at, std::string::npos);
-    const std::size_t close = file.find(']', at);
     const std::string threeComponents =
-        file.substr(0, at) + "\"textColor\": [1, 1, 1" + file.substr(close);
+        Replaced(file, "{\"text\":\"first\"}", "{\"textColor\":[1,1,1],\"text\":\"first\"}");
     EXPECT_EQ(ErrorOf(threeComponents), "bins[0].clips[0].streams[0].captions[0].paragraphs[0]"
                                         ".spans[0].textColor: expected [red, green, blue, alpha]");
 

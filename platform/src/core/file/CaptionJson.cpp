@@ -29,47 +29,87 @@ CaptioningColor ColorFromJson(const JsonReader& reader) {
                            reader.Element(2).Float(), reader.Element(3).Float());
 }
 
+// Members equal to their defaults (a default-constructed attribute set) are
+// left out, which keeps a plain caption to a few members.
 QJsonObject SpanToJson(const zelcaptioning::CaptionTextSpan& span, const std::string& path) {
+    static const TextSpanAttributes kDefaults;
     const TextSpanAttributes& a = span.StyleAttributes();
-    return QJsonObject{
-        {"text", ToQString(span.GetCaptionText())},
-        {"fontName", ToQString(a.GetFontName())},
-        {"fontSize", FloatToJson(a.GetFontSize(), path + ".fontSize")},
-        {"bold", a.IsBolded()},
-        {"italic", a.IsItalicized()},
-        {"underline", a.IsUnderlined()},
-        {"textEdge", NameToJson(a.GetTextEdge(), path + ".textEdge")},
-        {"edgeWidth", FloatToJson(a.edgeWidth, path + ".edgeWidth")},
-        {"textColor", ColorToJson(a.textColor, path + ".textColor")},
-        {"backgroundColor", ColorToJson(a.backgroundColor, path + ".backgroundColor")},
-        {"edgeColor", ColorToJson(a.edgeColor, path + ".edgeColor")},
+    QJsonObject object{{"text", ToQString(span.GetCaptionText())}};
+    if (a.GetFontName() != kDefaults.GetFontName()) {
+        object.insert("fontName", ToQString(a.GetFontName()));
+    }
+    if (!(a.GetFontSize() == kDefaults.GetFontSize())) {
+        object.insert("fontSize", FloatToJson(a.GetFontSize(), path + ".fontSize"));
+    }
+    if (a.IsBolded() != kDefaults.IsBolded()) {
+        object.insert("bold", a.IsBolded());
+    }
+    if (a.IsItalicized() != kDefaults.IsItalicized()) {
+        object.insert("italic", a.IsItalicized());
+    }
+    if (a.IsUnderlined() != kDefaults.IsUnderlined()) {
+        object.insert("underline", a.IsUnderlined());
+    }
+    if (a.GetTextEdge() != kDefaults.GetTextEdge()) {
+        object.insert("textEdge", NameToJson(a.GetTextEdge(), path + ".textEdge"));
+    }
+    if (!(a.edgeWidth == kDefaults.edgeWidth)) {
+        object.insert("edgeWidth", FloatToJson(a.edgeWidth, path + ".edgeWidth"));
+    }
+    const auto colour = [&](const char* key, const CaptioningColor& value,
+                            const CaptioningColor& byDefault) {
+        if (!(value == byDefault)) {
+            object.insert(QLatin1String(key), ColorToJson(value, path + "." + key));
+        }
     };
+    colour("textColor", a.textColor, kDefaults.textColor);
+    colour("backgroundColor", a.backgroundColor, kDefaults.backgroundColor);
+    colour("edgeColor", a.edgeColor, kDefaults.edgeColor);
+    return object;
 }
 
 zelcaptioning::CaptionTextSpanPtr SpanFromJson(const JsonReader& reader) {
     TextSpanAttributes a;
-    a.SetFontName(ReadText(reader.Member("fontName")));
-    a.SetFontSize(reader.Member("fontSize").Float());
-    a.SetBolded(reader.Member("bold").Bool());
-    a.SetItalicized(reader.Member("italic").Bool());
-    a.SetUnderlined(reader.Member("underline").Bool());
-    a.SetTextEdge(ReadNamed(reader.Member("textEdge"), &TextEdgeNamed));
-    a.edgeWidth = reader.Member("edgeWidth").Float();
-    a.textColor = ColorFromJson(reader.Member("textColor"));
-    a.backgroundColor = ColorFromJson(reader.Member("backgroundColor"));
-    a.edgeColor = ColorFromJson(reader.Member("edgeColor"));
+    if (const auto member = reader.FindMember("fontName")) {
+        a.SetFontName(ReadText(*member));
+    }
+    if (const auto member = reader.FindMember("fontSize")) {
+        a.SetFontSize(member->Float());
+    }
+    if (const auto member = reader.FindMember("bold")) {
+        a.SetBolded(member->Bool());
+    }
+    if (const auto member = reader.FindMember("italic")) {
+        a.SetItalicized(member->Bool());
+    }
+    if (const auto member = reader.FindMember("underline")) {
+        a.SetUnderlined(member->Bool());
+    }
+    if (const auto member = reader.FindMember("textEdge")) {
+        a.SetTextEdge(ReadNamed(*member, &TextEdgeNamed));
+    }
+    if (const auto member = reader.FindMember("edgeWidth")) {
+        a.edgeWidth = member->Float();
+    }
+    if (const auto member = reader.FindMember("textColor")) {
+        a.textColor = ColorFromJson(*member);
+    }
+    if (const auto member = reader.FindMember("backgroundColor")) {
+        a.backgroundColor = ColorFromJson(*member);
+    }
+    if (const auto member = reader.FindMember("edgeColor")) {
+        a.edgeColor = ColorFromJson(*member);
+    }
     return zelcaptioning::CaptionTextSpanPtr(
         new zelcaptioning::CaptionTextSpan(ReadText(reader.Member("text")), a));
 }
 
-QJsonValue PositionToJson(const zelcaptioning::Position& position) {
-    if (position == zelcaptioning::kPosition_Uninitialized) {
-        return QJsonValue(QJsonValue::Null);
-    }
+QJsonObject PositionToJson(const zelcaptioning::Position& position) {
     return QJsonObject{{"x", QString::fromStdString(RationalToString(position.GetX()))},
                        {"y", QString::fromStdString(RationalToString(position.GetY()))}};
 }
 
+// Version 1 files write null for a line never placed.
 zelcaptioning::Position PositionFromJson(const JsonReader& reader) {
     if (reader.IsNull()) {
         return zelcaptioning::kPosition_Uninitialized;
@@ -78,16 +118,14 @@ zelcaptioning::Position PositionFromJson(const JsonReader& reader) {
                                    reader.Member("y").RationalString());
 }
 
-QJsonValue MeasuredSizeToJson(const zelcaptioning::CaptionTextParagraph& paragraph,
-                              const std::string& path) {
-    if (!paragraph.HasMeasuredLineSize()) {
-        return QJsonValue(QJsonValue::Null);
-    }
+QJsonObject MeasuredSizeToJson(const zelcaptioning::CaptionTextParagraph& paragraph,
+                               const std::string& path) {
     return QJsonObject{
         {"width", CountToJson(paragraph.GetParagraphLineWidth(), path + ".width")},
         {"height", CountToJson(paragraph.GetParagraphLineHeight(), path + ".height")}};
 }
 
+// Version 1 files write null for a line not measured.
 void ReadMeasuredSize(const JsonReader& reader, zelcaptioning::CaptionTextParagraph& paragraph) {
     if (reader.IsNull()) {
         return;
@@ -111,24 +149,40 @@ QJsonObject ParagraphToJson(const zelcaptioning::CaptionTextParagraph& paragraph
         throw JsonValueError(path + ".anchor", "anchor " + std::to_string(style.GetAnchorID()) +
                                                    " is not a grid cell or free");
     }
-    return QJsonObject{
-        {"alignment", NameToJson(style.GetTextAlignment(), path + ".alignment")},
-        {"anchor", style.GetAnchorID()},
-        {"position", PositionToJson(paragraph.GetCaptionPosition())},
-        {"measuredSize", MeasuredSizeToJson(paragraph, path + ".measuredSize")},
-        {"spans", spans},
-    };
+    static const zelcaptioning::ParagraphStyleAttributes kDefaults;
+    QJsonObject object{{"spans", spans}};
+    if (style.GetTextAlignment() != kDefaults.GetTextAlignment()) {
+        object.insert("alignment", NameToJson(style.GetTextAlignment(), path + ".alignment"));
+    }
+    if (style.GetAnchorID() != kDefaults.GetAnchorID()) {
+        object.insert("anchor", style.GetAnchorID());
+    }
+    if (paragraph.GetCaptionPosition() != zelcaptioning::kPosition_Uninitialized) {
+        object.insert("position", PositionToJson(paragraph.GetCaptionPosition()));
+    }
+    if (paragraph.HasMeasuredLineSize()) {
+        object.insert("measuredSize", MeasuredSizeToJson(paragraph, path + ".measuredSize"));
+    }
+    return object;
 }
 
 zelcaptioning::CaptionTextParagraphPtr ParagraphFromJson(const JsonReader& reader) {
     zelcaptioning::CaptionTextParagraphPtr paragraph(new zelcaptioning::CaptionTextParagraph);
     zelcaptioning::ParagraphStyleAttributes style;
-    style.SetTextAlignment(ReadNamed(reader.Member("alignment"), &TextAlignmentNamed));
-    style.SetAnchorID(static_cast<zelcaptioning::AnchorID>(
-        reader.Member("anchor").Integer(kLowestAnchor, kHighestAnchor)));
+    if (const auto member = reader.FindMember("alignment")) {
+        style.SetTextAlignment(ReadNamed(*member, &TextAlignmentNamed));
+    }
+    if (const auto member = reader.FindMember("anchor")) {
+        style.SetAnchorID(
+            static_cast<zelcaptioning::AnchorID>(member->Integer(kLowestAnchor, kHighestAnchor)));
+    }
     paragraph->SetParagraphStyleAttributes(style);
-    paragraph->SetCaptionPosition(PositionFromJson(reader.Member("position")));
-    ReadMeasuredSize(reader.Member("measuredSize"), *paragraph);
+    if (const auto member = reader.FindMember("position")) {
+        paragraph->SetCaptionPosition(PositionFromJson(*member));
+    }
+    if (const auto member = reader.FindMember("measuredSize")) {
+        ReadMeasuredSize(*member, *paragraph);
+    }
     const JsonReader spans = reader.Member("spans");
     for (std::size_t i = 0, count = spans.ArraySize(); i < count; ++i) {
         paragraph->AppendCaptionTextSpan(SpanFromJson(spans.Element(i)));
@@ -144,19 +198,25 @@ QJsonObject CaptionToJson(const zelcaptioning::Caption& caption, const std::stri
         paragraphs.append(ParagraphToJson(*caption.GetCaptionTextParagraph(i),
                                           path + ".paragraphs[" + std::to_string(i) + "]"));
     }
-    return QJsonObject{
+    QJsonObject object{
         {"begin", QString::fromStdString(Int64ToString(caption.GetBeginTime().GetTicks()))},
         {"end", QString::fromStdString(Int64ToString(caption.GetEndTime().GetTicks()))},
-        {"type", NameToJson(caption.GetCaptionType(), path + ".type")},
         {"paragraphs", paragraphs},
     };
+    static const zelcaptioning::Caption kDefaults;
+    if (caption.GetCaptionType() != kDefaults.GetCaptionType()) {
+        object.insert("type", NameToJson(caption.GetCaptionType(), path + ".type"));
+    }
+    return object;
 }
 
 zelcaptioning::CaptionPtr CaptionFromJson(const JsonReader& reader) {
     zelcaptioning::CaptionPtr caption(new zelcaptioning::Caption);
     caption->SetBeginTime(zelmediatypes::TickTime(reader.Member("begin").Int64String()));
     caption->SetEndTime(zelmediatypes::TickTime(reader.Member("end").Int64String()));
-    caption->SetCaptionType(ReadNamed(reader.Member("type"), &CaptionTypeNamed));
+    if (const auto member = reader.FindMember("type")) {
+        caption->SetCaptionType(ReadNamed(*member, &CaptionTypeNamed));
+    }
     const JsonReader paragraphs = reader.Member("paragraphs");
     for (std::size_t i = 0, count = paragraphs.ArraySize(); i < count; ++i) {
         caption->AppendCaptionTextParagraph(ParagraphFromJson(paragraphs.Element(i)));

@@ -10,7 +10,9 @@
 namespace platform::core {
 
 // A caption with every attribute of its paragraphs and spans, as the project
-// file holds it (see platform/PROJECT_FORMAT.md). Writing throws
+// file holds it (see platform/PROJECT_FORMAT.md): members holding their
+// default value are left out on writing and taken as the default on reading,
+// so a caption is read back equal to the one written. Writing throws
 // JsonValueError for a value the file cannot hold; path names the caption.
 QJsonObject CaptionToJson(const zelcaptioning::Caption& caption, const std::string& path);
 

@@ -6,8 +6,19 @@
 
 namespace platform::core {
 
+std::string JsonReader::GetPath() const {
+    if (!parent_) {
+        return rootPath_;
+    }
+    std::string path = parent_->GetPath();
+    if (!key_) {
+        return path + "[" + std::to_string(index_) + "]";
+    }
+    return path.empty() ? std::string(key_) : path + "." + key_;
+}
+
 void JsonReader::Fail(const std::string& problem) const {
-    throw JsonValueError(path_, problem);
+    throw JsonValueError(GetPath(), problem);
 }
 
 QJsonObject JsonReader::Object() const {
@@ -25,13 +36,20 @@ QJsonArray JsonReader::Array() const {
 }
 
 JsonReader JsonReader::Member(const char* key) const {
+    std::optional<JsonReader> member = FindMember(key);
+    if (!member) {
+        JsonReader(QJsonValue(), this, key, 0).Fail("missing");
+    }
+    return std::move(*member);
+}
+
+std::optional<JsonReader> JsonReader::FindMember(const char* key) const {
     const QJsonObject object = Object();
-    const std::string memberPath = path_.empty() ? key : path_ + "." + key;
     const auto found = object.constFind(QLatin1String(key));
     if (found == object.constEnd()) {
-        throw JsonValueError(memberPath, "missing");
+        return std::nullopt;
     }
-    return JsonReader(*found, memberPath);
+    return JsonReader(*found, this, key, 0);
 }
 
 std::size_t JsonReader::ArraySize() const {
@@ -39,8 +57,7 @@ std::size_t JsonReader::ArraySize() const {
 }
 
 JsonReader JsonReader::Element(std::size_t index) const {
-    return JsonReader(Array().at(static_cast<qsizetype>(index)),
-                      path_ + "[" + std::to_string(index) + "]");
+    return JsonReader(Array().at(static_cast<qsizetype>(index)), this, nullptr, index);
 }
 
 std::string JsonReader::String() const {

@@ -70,7 +70,8 @@ SerializedProject SerializeProject(const KSL::InterfaceRef<IProject>& project) {
         throw KSL::Exception("SerializeProject needs a project");
     }
     try {
-        const QByteArray bytes = QJsonDocument(platform::core::ProjectToJson(*project)).toJson();
+        const QByteArray bytes =
+            platform::core::ProjectJsonText(platform::core::ProjectToJson(*project));
         return {bytes.toStdString(), std::nullopt};
     } catch (const platform::core::JsonValueError& error) {
         return {{}, ValueError(error)};

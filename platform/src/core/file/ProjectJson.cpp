@@ -5,8 +5,11 @@
 #include "SettingsJson.h"
 #include "model/Project.h"
 
+#include <QByteArrayView>
 #include <QJsonArray>
+#include <QJsonDocument>
 
+#include <iterator>
 #include <limits>
 #include <string>
 
@@ -14,6 +17,55 @@ namespace platform::core {
 namespace {
 
 constexpr const char* kFormatMarker = "corvala-project";
+
+// The value on one line without spaces, as QJsonDocument writes compactly.
+void AppendCompact(const QJsonValue& value, QByteArray& text) {
+    if (value.isObject()) {
+        text += QJsonDocument(value.toObject()).toJson(QJsonDocument::Compact);
+    } else if (value.isArray()) {
+        text += QJsonDocument(value.toArray()).toJson(QJsonDocument::Compact);
+    } else {
+        // A document holds only objects and arrays: write a one-element array and unwrap it.
+        const QByteArray wrapped = QJsonDocument(QJsonArray{value}).toJson(QJsonDocument::Compact);
+        text += QByteArrayView(wrapped).sliced(1, wrapped.size() - 2);
+    }
+}
+
+void AppendIndent(int depth, QByteArray& text) {
+    text.append(static_cast<qsizetype>(depth) * 4, ' ');
+}
+
+void AppendLaidOut(const QJsonValue& value, int depth, bool elementsOnOneLine, QByteArray& text) {
+    if (value.isObject() && !value.toObject().isEmpty()) {
+        const QJsonObject object = value.toObject();
+        text += "{\n";
+        for (auto member = object.begin(); member != object.end(); ++member) {
+            AppendIndent(depth + 1, text);
+            AppendCompact(member.key(), text);
+            text += ": ";
+            AppendLaidOut(member.value(), depth + 1, member.key() == u"captions", text);
+            text += std::next(member) == object.end() ? "\n" : ",\n";
+        }
+        AppendIndent(depth, text);
+        text += '}';
+    } else if (value.isArray() && !value.toArray().isEmpty()) {
+        const QJsonArray array = value.toArray();
+        text += "[\n";
+        for (qsizetype i = 0; i < array.size(); ++i) {
+            AppendIndent(depth + 1, text);
+            if (elementsOnOneLine) {
+                AppendCompact(array.at(i), text);
+            } else {
+                AppendLaidOut(array.at(i), depth + 1, false, text);
+            }
+            text += i + 1 == array.size() ? "\n" : ",\n";
+        }
+        AppendIndent(depth, text);
+        text += ']';
+    } else {
+        AppendCompact(value, text);
+    }
+}
 
 std::string Indexed(const std::string& path, const char* member, std::size_t index) {
     return path + "." + member + "[" + std::to_string(index) + "]";
@@ -107,6 +159,13 @@ QJsonObject ProjectToJson(const BE::IProject& project) {
     }
     return QJsonObject{
         {"format", kFormatMarker}, {"version", kProjectFormatVersion}, {"bins", bins}};
+}
+
+QByteArray ProjectJsonText(const QJsonObject& root) {
+    QByteArray text;
+    AppendLaidOut(root, 0, false, text);
+    text += '\n';
+    return text;
 }
 
 KSL::InterfaceRef<Project> ProjectFromJson(const JsonReader& root) {

@@ -1,19 +1,28 @@
 #include "file/JsonReader.h"
 #include "file/JsonNumbers.h"
 
+#include <QJsonArray>
 #include <QJsonDocument>
 #include <gtest/gtest.h>
 
+#include <deque>
 #include <limits>
+#include <optional>
 #include <string>
+#include <string_view>
 
 namespace {
 
 using platform::core::JsonReader;
 using platform::core::JsonValueError;
 
+// The parsed trees outlive the test's readers.
 JsonReader Parse(const char* json) {
-    return JsonReader(QJsonDocument::fromJson(json).object(), "");
+    static std::deque<platform::core::JsonTree> trees;
+    std::optional<platform::core::JsonSyntaxError> error;
+    trees.push_back(platform::core::JsonTree::Parse(json, error));
+    EXPECT_FALSE(error) << error->problem;
+    return JsonReader(trees.back(), "");
 }
 
 // The path and problem of the error the read throws.
@@ -61,6 +70,66 @@ TEST(JsonReaderTest, SixtyFourBitValuesTravelExactlyInStrings) {
     EXPECT_EQ(r.numerator(), -9007199254740997LL);
     EXPECT_EQ(r.denominator(), 254016000000LL);
     EXPECT_NE(ErrorOf([&] { root.Member("zero").RationalString(); }), "no error");
+}
+
+// Where and why the parser refuses a text: the offset just past the character
+// at which it went wrong, or the text's end.
+std::string SyntaxErrorOf(std::string_view text) {
+    std::optional<platform::core::JsonSyntaxError> error;
+    platform::core::JsonTree::Parse(text, error);
+    return error ? std::to_string(error->offset) + " " + error->problem : "no error";
+}
+
+TEST(JsonTreeTest, MalformedTextsNameTheOffsetAndTheProblem) {
+    const struct {
+        std::string_view text;
+        std::string error;
+    } cases[] = {
+        {"", "0 illegal value"},
+        {"{\"a\":1,,}", "8 unterminated object"},
+        {"{\"a\" 1}", "6 missing name separator"},
+        {"[1 2]", "4 unterminated array"},
+        {"[1,]", "4 illegal value"},
+        {"[tru]", "2 illegal value"},
+        {"[01]", "3 illegal number"},
+        {"[1.]", "4 illegal number"},
+        {"[-]", "3 illegal number"},
+        {"[1e]", "4 illegal number"},
+        {"[1e999]", "6 illegal number"},
+        {"[\"a\\x\"]", "5 invalid escape sequence"},
+        {"[\"\\u12G4\"]", "7 invalid escape sequence"},
+        {"[\"a\nb\"]", "4 illegal value"},
+        {"[\"\xC0\xAF\"]", "3 invalid UTF8 string"},     // an overlong '/'
+        {"[\"\xED\xA0\x80\"]", "3 invalid UTF8 string"}, // a surrogate
+        {"[\"abc", "5 unterminated string"},
+        {"{} {}", "4 garbage at the end of the document"},
+        {std::string_view("[\"\0\"]", 5), "3 illegal value"},
+    };
+    for (const auto& c : cases) {
+        EXPECT_EQ(SyntaxErrorOf(c.text), c.error) << c.text;
+    }
+    EXPECT_EQ(SyntaxErrorOf(std::string(513, '[') + std::string(513, ']')),
+              "513 too deeply nested document");
+    EXPECT_EQ(SyntaxErrorOf(std::string(512, '[') + std::string(512, ']')), "no error");
+}
+
+TEST(JsonTreeTest, StringsDecodeEscapesAndValuesKeepTheirTypes) {
+    const JsonReader root =
+        Parse(R"( {"s": "tab\t quote\" slash\/ \u00e9 \ud83d\ude00 lone \ud800!", "raw": "é😀",)"
+              R"( "t": true, "f": false, "n": null, "x": -1.5e2, "k": 1, "k": 2, "a": [[], {}]} )");
+    EXPECT_EQ(root.Member("s").String(), "tab\t quote\" slash/ é 😀 lone \xEF\xBF\xBD!");
+    EXPECT_EQ(root.Member("raw").String(), "é😀");
+    EXPECT_EQ(root.Member("raw").QtString(), QString::fromUtf8("é😀"));
+    EXPECT_TRUE(root.Member("t").Bool());
+    EXPECT_FALSE(root.Member("f").Bool());
+    EXPECT_TRUE(root.Member("n").IsNull());
+    EXPECT_EQ(root.Member("x").Integer(-1000, 0), -150);
+    EXPECT_EQ(root.Member("k").Integer(0, 9), 2) << "a repeated key keeps its last value";
+    EXPECT_EQ(root.Member("a").ArraySize(), 2u);
+    EXPECT_EQ(root.Member("a").Element(0).ArraySize(), 0u);
+    EXPECT_FALSE(root.Member("a").Element(1).FindMember("k"));
+    EXPECT_EQ(ErrorOf([&] { root.Member("a").Element(1).Member("k"); }), "a[1].k: missing");
+    EXPECT_EQ(ErrorOf([&] { root.Member("t").String(); }), "t: expected a string");
 }
 
 TEST(JsonNumbersTest, FloatsAreWrittenInTheirShortestFormAndReadBackIdentical) {

@@ -7,8 +7,6 @@
 
 #include <QByteArray>
 #include <QFile>
-#include <QJsonDocument>
-#include <QJsonParseError>
 #include <QSaveFile>
 #include <QString>
 
@@ -17,16 +15,16 @@
 namespace BE {
 namespace {
 
-ProjectFileError SyntaxErrorAt(std::string_view bytes, const QJsonParseError& error) {
-    const std::size_t offset = std::min(static_cast<std::size_t>(error.offset), bytes.size());
+ProjectFileError SyntaxErrorAt(std::string_view bytes,
+                               const platform::core::JsonSyntaxError& error) {
+    const std::size_t offset = std::min(error.offset, bytes.size());
     const std::string_view before = bytes.substr(0, offset);
     const std::size_t line =
         1 + static_cast<std::size_t>(std::count(before.begin(), before.end(), '\n'));
     const std::size_t lineStart = before.rfind('\n');
     const std::size_t column =
         offset - (lineStart == std::string_view::npos ? 0 : lineStart + 1) + 1;
-    return {"line " + std::to_string(line) + ", column " + std::to_string(column),
-            error.errorString().toStdString()};
+    return {"line " + std::to_string(line) + ", column " + std::to_string(column), error.problem};
 }
 
 ProjectFileError ValueError(const platform::core::JsonValueError& error) {
@@ -36,16 +34,13 @@ ProjectFileError ValueError(const platform::core::JsonValueError& error) {
 } // namespace
 
 OpenProjectResult ParseProject(std::string_view fileBytes) {
-    QJsonParseError parseError;
-    const QJsonDocument document = QJsonDocument::fromJson(
-        QByteArray::fromRawData(fileBytes.data(), static_cast<qsizetype>(fileBytes.size())),
-        &parseError);
-    if (parseError.error != QJsonParseError::NoError) {
-        return {nullptr, SyntaxErrorAt(fileBytes, parseError)};
+    std::optional<platform::core::JsonSyntaxError> syntaxError;
+    const platform::core::JsonTree tree = platform::core::JsonTree::Parse(fileBytes, syntaxError);
+    if (syntaxError) {
+        return {nullptr, SyntaxErrorAt(fileBytes, *syntaxError)};
     }
     try {
-        const platform::core::JsonReader root(
-            document.isObject() ? QJsonValue(document.object()) : QJsonValue(document.array()), "");
+        const platform::core::JsonReader root(tree, "");
         return {KSL::InterfaceRef<IProject>(platform::core::ProjectFromJson(root)), std::nullopt};
     } catch (const platform::core::JsonValueError& error) {
         return {nullptr, ValueError(error)};

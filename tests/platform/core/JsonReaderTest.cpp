@@ -104,6 +104,7 @@ TEST(JsonTreeTest, MalformedTextsNameTheOffsetAndTheProblem) {
         {"[\"abc", "5 unterminated string"},
         {"{} {}", "4 garbage at the end of the document"},
         {std::string_view("[\"\0\"]", 5), "3 illegal value"},
+        {std::string_view("[\"\\\0\"]", 6), "4 invalid escape sequence"},
     };
     for (const auto& c : cases) {
         EXPECT_EQ(SyntaxErrorOf(c.text), c.error) << c.text;

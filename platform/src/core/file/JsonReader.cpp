@@ -184,7 +184,7 @@ private:
             if (byte == '\\') {
                 escaped = true;
                 ++at_;
-                if (AtEnd() || !std::strchr("\"\\/bfnrtu", Current())) {
+                if (AtEnd() || Current() == '\0' || !std::strchr("\"\\/bfnrtu", Current())) {
                     FailPastCurrent("invalid escape sequence");
                 }
                 if (Current() == 'u') {

@@ -115,7 +115,7 @@ private:
     std::uint64_t nextArrival_ = 0;
 
     // Slot s holds the index of the first entry beginning at or after
-    // firstBegin + (s << slotShift_) ticks; a last slot holds the entry count.
+    // tableFirstBegin_ + (s << slotShift_) ticks; a last slot holds the entry count.
     // Offsets from the first begin time are unsigned, so any two 64-bit times
     // are at most 2^64 - 1 ticks apart. Caches, updated by const searches on
     // the one thread that uses the model.

@@ -14,6 +14,10 @@
 #include "UIF/WindowClasses.h"
 #include "UIF/Workspace.h"
 
+#include <QApplication>
+#include <QEvent>
+#include <QMainWindow>
+
 #include <gtest/gtest.h>
 
 #include <memory>
@@ -162,6 +166,35 @@ TEST_F(CaptionsHandlerTest, OpeningCaptionsCreatesShowsAndFrontsThePanel) {
     EXPECT_EQ(handler->GetView(), view) << "the open view is reused";
     EXPECT_TRUE(view->IsVisible());
     EXPECT_EQ(view->GetShownTrackItem().masterClip, clip);
+}
+
+TEST_F(CaptionsHandlerTest, OpeningCaptionsAgainLeavesAFrontMostPanelWhereItIs) {
+    // Bringing a panel to the front raises its window, which sends the window
+    // a z-order change: counted here to see whether the panel was fronted.
+    struct RaiseCounter : QObject {
+        int raises = 0;
+        bool eventFilter(QObject*, QEvent* event) override {
+            raises += event->type() == QEvent::ZOrderChange;
+            return false;
+        }
+    } counter;
+    const auto clip = AddClip(u"A");
+    Broadcast(MZ::kStation_ClosedCaptionsActivation, MZ::ClosedCaptionsOpenedMessage(clip, {}));
+    HandlerCaptions::CaptionsView* view = handler->GetView();
+    ASSERT_NE(view, nullptr);
+    ASSERT_TRUE(view->IsFrontMost());
+    QMainWindow* window = nullptr;
+    for (QWidget* widget : QApplication::topLevelWidgets()) {
+        window = window ? window : qobject_cast<QMainWindow*>(widget);
+    }
+    ASSERT_NE(window, nullptr);
+    window->installEventFilter(&counter);
+
+    Broadcast(MZ::kStation_ClosedCaptionsActivation, MZ::ClosedCaptionsOpenedMessage(clip, {}));
+    EXPECT_EQ(counter.raises, 0);
+    view->BringToFront(true, false);
+    EXPECT_EQ(counter.raises, 1) << "the counter sees a panel brought to the front";
+    window->removeEventFilter(&counter);
 }
 
 TEST_F(CaptionsHandlerTest, FindFallsThroughWhenTheFindBoxDeclines) {

@@ -1,0 +1,94 @@
+// The build's captions plug-in in the real host window: its panel in the
+// Window menu, opened by the menu and by opening a caption stream, and its
+// handler living exactly as long as the project.
+#include "HSL/Ids.h"
+#include "HostTestSupport.h"
+
+#include <QDockWidget>
+#include <QMainWindow>
+
+#include <gtest/gtest.h>
+
+namespace {
+
+using host_test::HostWindowTest;
+
+class CaptionsPluginTest : public HostWindowTest {
+protected:
+    QDockWidget* CaptionsDock() {
+        for (QDockWidget* dock : Window().GetMainWindow().findChildren<QDockWidget*>()) {
+            if (dock->windowTitle() == "Captions") {
+                return dock;
+            }
+        }
+        return nullptr;
+    }
+    QAction* WindowMenuEntry(const QString& title) {
+        Window().GetWindowMenu().Refresh();
+        for (QAction* action : Window().GetWindowMenu().actions()) {
+            if (action->text() == title) {
+                return action;
+            }
+        }
+        return nullptr;
+    }
+    std::size_t CaptionsHandlers() {
+        std::size_t count = 0;
+        for (const auto& handler : Window().GetHandlers().GetHandlers()) {
+            count += handler->GetName() == HSL::kCaptionsHandlerID;
+        }
+        return count;
+    }
+};
+
+TEST_F(CaptionsPluginTest, TheWindowMenuOpensTheCaptionsPanelDocked) {
+    OpenDemo();
+    EXPECT_EQ(CaptionsHandlers(), 1u);
+    QAction* entry = WindowMenuEntry("Captions");
+    ASSERT_NE(entry, nullptr);
+    EXPECT_FALSE(entry->isChecked());
+    EXPECT_EQ(CaptionsDock(), nullptr);
+
+    entry->trigger();
+    QDockWidget* dock = CaptionsDock();
+    ASSERT_NE(dock, nullptr);
+    EXPECT_TRUE(dock->isVisible());
+    EXPECT_NE(Window().GetMainWindow().dockWidgetArea(dock), Qt::NoDockWidgetArea);
+    EXPECT_TRUE(WindowMenuEntry("Captions")->isChecked());
+
+    // Closed by its title bar, it stays listed and opens again.
+    dock->close();
+    EXPECT_FALSE(WindowMenuEntry("Captions")->isChecked());
+    WindowMenuEntry("Captions")->trigger();
+    EXPECT_TRUE(CaptionsDock()->isVisible());
+}
+
+TEST_F(CaptionsPluginTest, OpeningACaptionStreamOpensThePanel) {
+    OpenDemo();
+    const auto clip = Clip(host_test::kCaptionedClip);
+    DoubleClickItem(clip->GetCaptioningStream(0).Get());
+    ASSERT_NE(CaptionsDock(), nullptr);
+    EXPECT_TRUE(CaptionsDock()->isVisible());
+
+    CaptionsDock()->close();
+    DoubleClickItem(clip->GetCaptioningStream(1).Get());
+    EXPECT_TRUE(CaptionsDock()->isVisible());
+    EXPECT_EQ(Window().GetMainWindow().findChildren<QDockWidget*>().size(), 2u)
+        << "the panel is reused, not made twice";
+}
+
+TEST_F(CaptionsPluginTest, EachProjectHasItsOwnHandlerAndPanel) {
+    OpenDemo();
+    ASSERT_TRUE(Window().OpenPanel("captions"));
+    EXPECT_FALSE(Window().OpenPanel("no-such-panel"));
+    ASSERT_NE(CaptionsDock(), nullptr);
+
+    // A new project replaces the handler; its panel goes with the old one.
+    ASSERT_TRUE(Window().GetFileActions().NewProject());
+    EXPECT_EQ(CaptionsHandlers(), 1u);
+    EXPECT_TRUE(CaptionsDock() == nullptr || !CaptionsDock()->isVisible());
+    ASSERT_TRUE(Window().OpenPanel("captions"));
+    EXPECT_TRUE(CaptionsDock()->isVisible());
+}
+
+} // namespace

@@ -1,0 +1,37 @@
+// One application for every test, on the offscreen platform unless one was
+// chosen, with the media service running and the build's plug-ins loaded once,
+// as corvala itself starts.
+#include "HostTestSupport.h"
+#include "ML/FrameService.h"
+#include "PluginLoader.h"
+
+#include <QApplication>
+
+#include <gtest/gtest.h>
+
+#include <cstdlib>
+#include <iostream>
+
+int main(int argc, char** argv) {
+    if (!std::getenv("QT_QPA_PLATFORM")) {
+        setenv("QT_QPA_PLATFORM", "offscreen", 1);
+    }
+    QApplication application(argc, argv);
+    // A test that quits the host window must not end the tests' application.
+    QApplication::setQuitOnLastWindowClosed(false);
+    testing::InitGoogleTest(&argc, argv);
+    ML::FrameService::Start();
+    int result = 0;
+    {
+        host::PluginSet plugins = host::LoadPlugins({CORVALA_PLUGIN_DIR});
+        for (const host::PluginFailure& failure : plugins.failures) {
+            std::cerr << "the build's plug-in " << failure.libraryPath
+                      << " was not loaded: " << failure.problem << '\n';
+        }
+        host_test::BuildPlugins() = &plugins;
+        result = RUN_ALL_TESTS();
+        host_test::BuildPlugins() = nullptr;
+    }
+    ML::FrameService::Shutdown();
+    return result;
+}

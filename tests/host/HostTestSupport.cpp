@@ -1,0 +1,265 @@
+#include "HostTestSupport.h"
+
+#include "CommandActions.h"
+#include "HSL/Ids.h"
+#include "HSL/Messages.h"
+#include "HostAccess.h"
+#include "KSL/StationUtils.h"
+#include "MZ/ActivationMessages.h"
+#include "MZ/CaptionMessages.h"
+#include "MZ/Project.h"
+#include "UIF/HotTimecodeControl.h"
+
+#include <QCoreApplication>
+#include <QDeadlineTimer>
+#include <QMainWindow>
+#include <QProcessEnvironment>
+#include <QTest>
+#include <QThread>
+#include <QTimer>
+#include <QTreeView>
+
+#include <random>
+
+namespace host_test {
+namespace {
+
+template <typename... Messages>
+std::shared_ptr<const KSL::Message> CopyOfKnown(const KSL::Message& message) {
+    std::shared_ptr<const KSL::Message> copy;
+    ((copy = !copy && message.As<Messages>() ? std::make_shared<Messages>(*message.As<Messages>())
+                                             : copy),
+     ...);
+    return copy;
+}
+
+std::string TypeNameOf(KSL::MessageID id) {
+    static const std::vector<std::pair<KSL::MessageID, const char*>> names{
+        {MZ::BinSelectedMessage::ID(), MZ::BinSelectedMessage::kTypeName},
+        {MZ::MasterClipSelectedMessage::ID(), MZ::MasterClipSelectedMessage::kTypeName},
+        {MZ::MasterClipClosedMessage::ID(), MZ::MasterClipClosedMessage::kTypeName},
+        {MZ::SequenceSelectedMessage::ID(), MZ::SequenceSelectedMessage::kTypeName},
+        {MZ::SequenceSettingsChangedMessage::ID(), MZ::SequenceSettingsChangedMessage::kTypeName},
+        {MZ::ClosedCaptionsOpenedMessage::ID(), MZ::ClosedCaptionsOpenedMessage::kTypeName},
+        {MZ::CaptioningTrackItemOpenedMessage::ID(),
+         MZ::CaptioningTrackItemOpenedMessage::kTypeName},
+        {HSL::SourceClipSelectedMessage::ID(), HSL::SourceClipSelectedMessage::kTypeName},
+        {MZ::CaptionCommitEditsMessage::ID(), MZ::CaptionCommitEditsMessage::kTypeName},
+    };
+    for (const auto& [known, name] : names) {
+        if (known == id) {
+            return name;
+        }
+    }
+    return "message " + std::to_string(id);
+}
+
+} // namespace
+
+host::PluginSet*& BuildPlugins() {
+    static host::PluginSet* plugins = nullptr;
+    return plugins;
+}
+
+MessageLog::MessageLog(const std::string& station) {
+    KSL::StationUtils::AddListener(station, this);
+}
+
+std::vector<std::string> MessageLog::Names() const {
+    std::vector<std::string> names;
+    for (const Entry& entry : entries) {
+        names.push_back(TypeNameOf(entry.id));
+    }
+    return names;
+}
+
+bool MessageLog::HandleMessage(const KSL::Message& message) {
+    entries.push_back(
+        {message.GetMessageID(),
+         CopyOfKnown<MZ::BinSelectedMessage, MZ::MasterClipSelectedMessage,
+                     MZ::MasterClipClosedMessage, MZ::SequenceSelectedMessage,
+                     MZ::SequenceSettingsChangedMessage, MZ::ClosedCaptionsOpenedMessage,
+                     MZ::CaptioningTrackItemOpenedMessage, HSL::SourceClipSelectedMessage,
+                     UIF::HotTimecodeVideoTimeDisplayChangedMessage,
+                     UIF::HotTimecodeAudioTimeDisplayChangedMessage>(message)});
+    return true;
+}
+
+std::string ScriptedFileChooser::Next() {
+    ++questions;
+    if (answers.empty()) {
+        return {};
+    }
+    std::string answer = answers.front();
+    answers.pop_front();
+    return answer;
+}
+
+TempFolder::TempFolder() {
+    std::random_device random;
+    path_ = std::filesystem::temp_directory_path() /
+            ("corvala-host-test-" + std::to_string(random()) + std::to_string(random()));
+    std::filesystem::create_directories(path_);
+}
+
+TempFolder::~TempFolder() {
+    std::error_code ignored;
+    std::filesystem::remove_all(path_, ignored);
+}
+
+std::string TempFolder::PathOf(const std::string& fileName) const {
+    return (path_ / fileName).string();
+}
+
+void HostWindowTest::SetUp() {
+    // The build's captions module declares its shortcut context as it is made;
+    // the UI reset after each test forgets it, so each test makes it anew, as
+    // the host does once at its start.
+    if (host::PluginSet* plugins = BuildPlugins(); plugins && !plugins->modules.empty()) {
+        const zelcore::UTF16String path = plugins->modules.front()->GetModulePath();
+        plugins->modules.clear();
+        plugins->modules.emplace_back(HSL::Module::FindFactory(HSL::kCaptionsModuleID)(path));
+    }
+    messageBoxes = std::make_unique<UIF::MessageBoxRecorder>();
+    window_ = std::make_unique<host::HostWindow>(
+        chooser, [this](const std::string& problem) { reportedProblems.push_back(problem); });
+    QMainWindow& mainWindow = window_->GetMainWindow();
+    mainWindow.show();
+    mainWindow.activateWindow();
+    QCoreApplication::processEvents();
+}
+
+void HostWindowTest::TearDown() {
+    window_.reset();
+    platform::ui::ResetUIState();
+    KSL::ResetMessaging();
+    MZ::SetProject({});
+    messageBoxes.reset();
+}
+
+void HostWindowTest::OpenDemo() {
+    ASSERT_TRUE(
+        window_->GetFileActions().OpenProjectFile(CORVALA_EXAMPLES_DIR "/demo-project.json"));
+}
+
+KSL::InterfaceRef<BE::IMasterClip> HostWindowTest::Clip(const std::string& name) const {
+    const auto& project = window_->GetDocument().GetProject();
+    for (std::size_t b = 0; b < project->GetBinCount(); ++b) {
+        const auto bin = project->GetBin(b);
+        for (std::size_t c = 0; c < bin->GetMasterClipCount(); ++c) {
+            if (zelcore::ToUTF8(bin->GetMasterClip(c)->GetName()) == name) {
+                return bin->GetMasterClip(c);
+            }
+        }
+    }
+    ADD_FAILURE() << "no clip " << name;
+    return {};
+}
+
+KSL::InterfaceRef<BE::ISequence> HostWindowTest::Sequence(const std::string& name) const {
+    const auto& project = window_->GetDocument().GetProject();
+    for (std::size_t b = 0; b < project->GetBinCount(); ++b) {
+        const auto bin = project->GetBin(b);
+        for (std::size_t s = 0; s < bin->GetSequenceCount(); ++s) {
+            if (zelcore::ToUTF8(bin->GetSequence(s)->GetName()) == name) {
+                return bin->GetSequence(s);
+            }
+        }
+    }
+    ADD_FAILURE() << "no sequence " << name;
+    return {};
+}
+
+namespace {
+
+QPoint RowCentre(host::ProjectPanel& panel, const BE::IProjectItem* item) {
+    const QModelIndex row = panel.GetModel().IndexOf(item);
+    EXPECT_TRUE(row.isValid()) << "the project panel shows no row for the item";
+    panel.GetTreeView().scrollTo(row);
+    return panel.GetTreeView().visualRect(row).center();
+}
+
+QAction* FindCommandAction(QMenu& menu, UIF::CommandID id) {
+    host::RefreshCommandActions(menu);
+    for (QAction* action : menu.actions()) {
+        if (action->menu()) {
+            if (QAction* found = FindCommandAction(*action->menu(), id)) {
+                return found;
+            }
+        } else if (host::CommandOfAction(*action) == id) {
+            return action;
+        }
+    }
+    return nullptr;
+}
+
+} // namespace
+
+void HostWindowTest::ClickItem(const BE::IProjectItem* item) {
+    host::ProjectPanel& panel = window_->GetProjectPanel();
+    QTest::mouseClick(panel.GetTreeView().viewport(), Qt::LeftButton, {}, RowCentre(panel, item));
+}
+
+void HostWindowTest::DoubleClickItem(const BE::IProjectItem* item) {
+    host::ProjectPanel& panel = window_->GetProjectPanel();
+    // A double-click's first press and release are a click of their own.
+    const QPoint centre = RowCentre(panel, item);
+    QTest::mouseClick(panel.GetTreeView().viewport(), Qt::LeftButton, {}, centre);
+    QTest::mouseDClick(panel.GetTreeView().viewport(), Qt::LeftButton, {}, centre);
+}
+
+bool HostWindowTest::ChooseMenuCommand(QMenu& menu, UIF::CommandID id) {
+    QAction* action = FindCommandAction(menu, id);
+    if (!action || !action->isEnabled()) {
+        return false;
+    }
+    action->trigger();
+    return true;
+}
+
+QString HostWindowTest::MenuText(QMenu& menu, UIF::CommandID id) {
+    QAction* action = FindCommandAction(menu, id);
+    // Without the shortcut the menu shows after a tab.
+    return action ? action->text().section(QLatin1Char('\t'), 0, 0) : QString();
+}
+
+void WhenModalLoopRuns(std::function<void()> action) {
+    QTimer::singleShot(0, QCoreApplication::instance(), std::move(action));
+}
+
+bool WaitUntil(const std::function<bool()>& condition) {
+    const QDeadlineTimer deadline(10'000);
+    while (!condition()) {
+        if (deadline.hasExpired()) {
+            return false;
+        }
+        QCoreApplication::processEvents(QEventLoop::AllEvents, 20);
+        QThread::msleep(2);
+    }
+    return true;
+}
+
+ProcessResult RunCorvala(const QStringList& arguments,
+                         const std::vector<std::pair<QString, QString>>& environment) {
+    QProcess process;
+    QProcessEnvironment variables = QProcessEnvironment::systemEnvironment();
+    variables.insert(QStringLiteral("QT_QPA_PLATFORM"), QStringLiteral("offscreen"));
+    for (const auto& [name, value] : environment) {
+        variables.insert(name, value);
+    }
+    process.setProcessEnvironment(variables);
+    process.start(QStringLiteral(CORVALA_EXECUTABLE), arguments);
+    ProcessResult result;
+    if (!process.waitForFinished(60'000)) {
+        process.kill();
+        process.waitForFinished();
+        ADD_FAILURE() << "corvala did not finish";
+        return result;
+    }
+    result.exitCode = process.exitStatus() == QProcess::NormalExit ? process.exitCode() : -1;
+    result.standardOutput = QString::fromUtf8(process.readAllStandardOutput());
+    result.standardError = QString::fromUtf8(process.readAllStandardError());
+    return result;
+}
+
+} // namespace host_test

@@ -19,8 +19,6 @@
 #include <QTimer>
 #include <QTreeView>
 
-#include <random>
-
 namespace host_test {
 namespace {
 
@@ -95,22 +93,6 @@ std::string ScriptedFileChooser::Next() {
     return answer;
 }
 
-TempFolder::TempFolder() {
-    std::random_device random;
-    path_ = std::filesystem::temp_directory_path() /
-            ("corvala-host-test-" + std::to_string(random()) + std::to_string(random()));
-    std::filesystem::create_directories(path_);
-}
-
-TempFolder::~TempFolder() {
-    std::error_code ignored;
-    std::filesystem::remove_all(path_, ignored);
-}
-
-std::string TempFolder::PathOf(const std::string& fileName) const {
-    return (path_ / fileName).string();
-}
-
 void HostWindowTest::SetUp() {
     // The build's captions module declares its shortcut context as it is made;
     // the UI reset after each test forgets it, so each test makes it anew, as
@@ -142,32 +124,35 @@ void HostWindowTest::OpenDemo() {
         window_->GetFileActions().OpenProjectFile(CORVALA_EXAMPLES_DIR "/demo-project.json"));
 }
 
-KSL::InterfaceRef<BE::IMasterClip> HostWindowTest::Clip(const std::string& name) const {
-    const auto& project = window_->GetDocument().GetProject();
-    for (std::size_t b = 0; b < project->GetBinCount(); ++b) {
-        const auto bin = project->GetBin(b);
-        for (std::size_t c = 0; c < bin->GetMasterClipCount(); ++c) {
-            if (zelcore::ToUTF8(bin->GetMasterClip(c)->GetName()) == name) {
-                return bin->GetMasterClip(c);
+namespace {
+
+// The first item named so among the items each bin lists through count and get.
+template <typename Item>
+KSL::InterfaceRef<Item> FindNamed(const BE::IProject& project, const std::string& name,
+                                  std::size_t (BE::IBin::*count)() const,
+                                  KSL::InterfaceRef<Item> (BE::IBin::*get)(std::size_t) const) {
+    for (std::size_t b = 0; b < project.GetBinCount(); ++b) {
+        const auto bin = project.GetBin(b);
+        for (std::size_t i = 0; i < (bin.Get()->*count)(); ++i) {
+            if (auto item = (bin.Get()->*get)(i); zelcore::ToUTF8(item->GetName()) == name) {
+                return item;
             }
         }
     }
-    ADD_FAILURE() << "no clip " << name;
+    ADD_FAILURE() << "the project has nothing named " << name;
     return {};
 }
 
+} // namespace
+
+KSL::InterfaceRef<BE::IMasterClip> HostWindowTest::Clip(const std::string& name) const {
+    return FindNamed(*window_->GetDocument().GetProject(), name, &BE::IBin::GetMasterClipCount,
+                     &BE::IBin::GetMasterClip);
+}
+
 KSL::InterfaceRef<BE::ISequence> HostWindowTest::Sequence(const std::string& name) const {
-    const auto& project = window_->GetDocument().GetProject();
-    for (std::size_t b = 0; b < project->GetBinCount(); ++b) {
-        const auto bin = project->GetBin(b);
-        for (std::size_t s = 0; s < bin->GetSequenceCount(); ++s) {
-            if (zelcore::ToUTF8(bin->GetSequence(s)->GetName()) == name) {
-                return bin->GetSequence(s);
-            }
-        }
-    }
-    ADD_FAILURE() << "no sequence " << name;
-    return {};
+    return FindNamed(*window_->GetDocument().GetProject(), name, &BE::IBin::GetSequenceCount,
+                     &BE::IBin::GetSequence);
 }
 
 namespace {

@@ -12,6 +12,7 @@
 
 #include <QProcess>
 #include <QString>
+#include <QTemporaryDir>
 
 #include <deque>
 #include <filesystem>
@@ -72,14 +73,12 @@ private:
 // A fresh folder under the system's temporary folder, removed with the object.
 class TempFolder {
 public:
-    TempFolder();
-    TempFolder(const TempFolder&) = delete;
-    TempFolder& operator=(const TempFolder&) = delete;
-    ~TempFolder();
-    std::string PathOf(const std::string& fileName) const;
+    std::string PathOf(const std::string& fileName) const {
+        return folder_.filePath(QString::fromStdString(fileName)).toStdString();
+    }
 
 private:
-    std::filesystem::path path_;
+    QTemporaryDir folder_;
 };
 
 // A host window on the shown workspace, with file dialogs answered by the

@@ -5,6 +5,7 @@
 #include "HostTestSupport.h"
 
 #include <QDockWidget>
+#include <QLayout>
 #include <QMainWindow>
 
 #include <gtest/gtest.h>
@@ -55,12 +56,23 @@ TEST_F(CaptionsPluginTest, TheWindowMenuOpensTheCaptionsPanelDocked) {
     EXPECT_TRUE(dock->isVisible());
     EXPECT_NE(Window().GetMainWindow().dockWidgetArea(dock), Qt::NoDockWidgetArea);
     EXPECT_TRUE(WindowMenuEntry("Captions")->isChecked());
+    // Its content asks for little space, yet it opens large enough to work in.
+    QMainWindow& mainWindow = Window().GetMainWindow();
+    mainWindow.layout()->activate();
+    EXPECT_GE(dock->height(), 200);
 
-    // Closed by its title bar, it stays listed and opens again.
+    // Closed by its title bar, it stays listed and opens again at the size
+    // the person gave it.
+    mainWindow.resizeDocks({dock}, {150}, Qt::Vertical);
+    mainWindow.layout()->activate();
+    const int chosenHeight = dock->height();
+    EXPECT_LT(chosenHeight, 200);
     dock->close();
     EXPECT_FALSE(WindowMenuEntry("Captions")->isChecked());
     WindowMenuEntry("Captions")->trigger();
+    mainWindow.layout()->activate();
     EXPECT_TRUE(CaptionsDock()->isVisible());
+    EXPECT_EQ(CaptionsDock()->height(), chosenHeight);
 }
 
 TEST_F(CaptionsPluginTest, OpeningACaptionStreamOpensThePanel) {

@@ -6,6 +6,7 @@
 #include "workspace/WorkspaceImpl.h"
 
 #include <QCloseEvent>
+#include <QMainWindow>
 #include <QTabBar>
 
 #include <algorithm>
@@ -31,6 +32,21 @@ FrameDock::FrameDock(UIF::WorkspaceFrame& frame)
     setObjectName(ToQString(zelcore::View(frame.GetHandlerName())));
     setFeatures(QDockWidget::DockWidgetClosable | QDockWidget::DockWidgetMovable |
                 QDockWidget::DockWidgetFloatable);
+}
+
+void FrameDock::showEvent(QShowEvent* event) {
+    QDockWidget::showEvent(event);
+    QMainWindow* window = qobject_cast<QMainWindow*>(parentWidget());
+    if (hasBeenShownDocked_ || isFloating() || !window) {
+        return;
+    }
+    hasBeenShownDocked_ = true;
+    constexpr int kFirstExtent = 260;
+    const Qt::DockWidgetArea area = window->dockWidgetArea(this);
+    const Qt::Orientation across =
+        area == Qt::LeftDockWidgetArea || area == Qt::RightDockWidgetArea ? Qt::Horizontal
+                                                                          : Qt::Vertical;
+    window->resizeDocks({this}, {kFirstExtent}, across);
 }
 
 void FrameDock::closeEvent(QCloseEvent* event) {

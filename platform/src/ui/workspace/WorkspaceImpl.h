@@ -23,9 +23,14 @@ public:
 
 protected:
     void closeEvent(QCloseEvent* event) override;
+    // The first time it shows docked, the dock takes a usable extent, so that
+    // a panel whose content asks for little space still opens large enough
+    // to work in; later the person's own sizing stands.
+    void showEvent(QShowEvent* event) override;
 
 private:
     UIF::WorkspaceFrame& frame_;
+    bool hasBeenShownDocked_ = false;
 };
 
 struct WindowClass {

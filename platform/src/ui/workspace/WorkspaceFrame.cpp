@@ -43,9 +43,9 @@ void FrameDock::showEvent(QShowEvent* event) {
     hasBeenShownDocked_ = true;
     constexpr int kFirstExtent = 260;
     const Qt::DockWidgetArea area = window->dockWidgetArea(this);
-    const Qt::Orientation across =
-        area == Qt::LeftDockWidgetArea || area == Qt::RightDockWidgetArea ? Qt::Horizontal
-                                                                          : Qt::Vertical;
+    const Qt::Orientation across = area == Qt::LeftDockWidgetArea || area == Qt::RightDockWidgetArea
+                                       ? Qt::Horizontal
+                                       : Qt::Vertical;
     window->resizeDocks({this}, {kFirstExtent}, across);
 }
 

@@ -24,7 +24,8 @@ public:
     // apply, and for an undo step requested while another change is applied,
     // undone or redone: a listener of its change messages must not start a
     // step inside it. Changes without a step are allowed there.
-    void Execute(std::unique_ptr<ModelEdit> edit, BE::UndoMode mode, std::u16string_view actionName);
+    void Execute(std::unique_ptr<ModelEdit> edit, BE::UndoMode mode,
+                 std::u16string_view actionName);
 
     // True while a change is applied, undone or redone.
     bool IsApplyingStep() const;

@@ -2,9 +2,9 @@
 
 #include "ExitCodes.h"
 #include "FileChooser.h"
-#include "HostAccess.h"
 #include "HostWindow.h"
 #include "ML/FrameService.h"
+#include "PlatformHost/HostAccess.h"
 #include "PluginFolders.h"
 #include "PluginLoader.h"
 #include "QtText.h"

@@ -2,7 +2,7 @@
 
 #include "FileChooser.h"
 #include "KSL/Exception.h"
-#include "MediaProbe.h"
+#include "ML/MediaProbe.h"
 #include "ProjectDocument.h"
 #include "ProjectGestures.h"
 #include "ProjectPanel.h"
@@ -42,7 +42,7 @@ bool ClipActions::ImportMedia() {
 }
 
 bool ClipActions::ImportMediaFile(const std::string& pathUtf8) {
-    const MediaProbe probe = ProbeMediaFile(pathUtf8);
+    const ML::MediaProbe probe = ML::ProbeMediaFile(pathUtf8);
     if (!probe.settings) {
         reportProblem_(Localized("$$$/Corvala/Host/Import/Failed=The media file could not be "
                                  "imported.\n\n%1")

@@ -1,7 +1,7 @@
 #include "HostWindow.h"
 
-#include "HostAccess.h"
 #include "HostCommands.h"
+#include "PlatformHost/HostAccess.h"
 #include "ProjectPanel.h"
 #include "QtText.h"
 #include "SourceMonitor.h"

@@ -1,6 +1,6 @@
 #include "ShortcutsDialog.h"
 
-#include "HostAccess.h"
+#include "PlatformHost/HostAccess.h"
 #include "QtText.h"
 #include "UIF/ShortcutManager.h"
 

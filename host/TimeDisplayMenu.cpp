@@ -1,9 +1,9 @@
 #include "TimeDisplayMenu.h"
 
-#include "KSL/StationUtils.h"
 #include "QtText.h"
 #include "TimeDisplayNames.h"
 #include "UIF/HotTimecodeControl.h"
+#include "UIF/TimeDisplayChoice.h"
 
 #include <QActionGroup>
 
@@ -49,15 +49,12 @@ void TimeDisplayMenu::Choose(Target target, zelmediatypes::TimeDisplay display) 
     Choice& choice = target == Target::kSource ? source_ : sequence_;
     const char* station = target == Target::kSource ? UIF::kStation_SourceTimeDisplayChanged
                                                     : UIF::kStation_SequenceTimeDisplayChanged;
-    if (IsAudioTimeDisplay(display)) {
+    if (zelmediatypes::IsAudioTimeDisplay(display)) {
         choice.audio = display;
-        KSL::StationUtils::BroadcastMessage(
-            station, UIF::HotTimecodeAudioTimeDisplayChangedMessage(display));
     } else {
         choice.video = display;
-        KSL::StationUtils::BroadcastMessage(
-            station, UIF::HotTimecodeVideoTimeDisplayChangedMessage(display));
     }
+    UIF::AnnounceTimeDisplayChoice(KSL::StationID(station), display);
 }
 
 } // namespace host

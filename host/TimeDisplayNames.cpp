@@ -33,10 +33,6 @@ std::span<const TimeDisplay> AudioTimeDisplays() {
     return kAudioDisplays;
 }
 
-bool IsAudioTimeDisplay(TimeDisplay display) {
-    return display == kTimeDisplay_AudioSamples48kHz || display == kTimeDisplay_Milliseconds;
-}
-
 QString TimeDisplayName(TimeDisplay display) {
     switch (display) {
     case kTimeDisplay_23976Timecode:

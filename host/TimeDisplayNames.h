@@ -13,9 +13,6 @@ namespace host {
 std::span<const zelmediatypes::TimeDisplay> VideoTimeDisplays();
 std::span<const zelmediatypes::TimeDisplay> AudioTimeDisplays();
 
-// Whether the display counts audio units (its change is an audio time display change).
-bool IsAudioTimeDisplay(zelmediatypes::TimeDisplay display);
-
 // The localised menu name of a display, e.g. "29.97 fps Drop-Frame Timecode".
 QString TimeDisplayName(zelmediatypes::TimeDisplay display);
 

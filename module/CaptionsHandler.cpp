@@ -2,6 +2,7 @@
 
 #include "BE/StreamMessages.h"
 #include "CaptionCommands.h"
+#include "CaptionsView.h"
 #include "HSL/CaptionRendering.h"
 #include "HSL/Ids.h"
 #include "KSL/Exception.h"
@@ -9,23 +10,20 @@
 #include "KSL/StationUtils.h"
 #include "MZ/ActivationMessages.h"
 #include "MZ/CaptionMessages.h"
+#include "MZ/Captioning.h"
 #include "MZ/Stations.h"
 #include "UIF/WindowClasses.h"
 #include "UIF/Workspace.h"
-#include "panel/CaptionsView.h"
+#include "zelcaptioning/CaptionArea.h"
+#include "zelcaptioning/StreamFormat.h"
+
+#include <vector>
 
 namespace HandlerCaptions {
 namespace {
 
 constexpr const char16_t* kWindowTitle =
     u"$$$/Corvala/Handlers/Captions/CaptionsWindowTitle=Captions";
-constexpr std::uint32_t kOpenCaptionsFormat = 0x4F50454E; // 'OPEN'
-constexpr float kCaptionAreaScale = 0.8f;
-
-std::int32_t ScaledExtent(std::int32_t extent) {
-    return static_cast<std::int32_t>(static_cast<float>(extent) * kCaptionAreaScale);
-}
-
 } // namespace
 
 CaptionsHandler::CaptionsHandler(const zelcore::UTF16String& name,
@@ -127,22 +125,32 @@ void CaptionsHandler::RefreshCaptionSizes(
     if (!stream) {
         throw KSL::Exception("a caption stream format change names no stream");
     }
-    if (static_cast<std::uint32_t>(stream->GetStreamFormat()) != kOpenCaptionsFormat) {
+    if (!zelcaptioning::IsOpenCaptions(stream->GetStreamFormat())) {
         return;
     }
     const zelcore::geom::RectT<int> frame = rememberedClip_->GetSettings().frameRect;
-    const std::int32_t width = ScaledExtent(frame.right - frame.left);
-    const std::int32_t height = ScaledExtent(frame.bottom - frame.top);
+    const std::int32_t width = zelcaptioning::CaptionAreaExtent(frame.right - frame.left);
+    const std::int32_t height = zelcaptioning::CaptionAreaExtent(frame.bottom - frame.top);
     UIF::Workspace* workspace = UIF::Workspace::Instance();
     UIF::WorkspaceWindow* window = workspace ? workspace->GetPtr() : nullptr;
     zelui::drawbot::Drawbot* drawbot = window ? window->GetDrawbot() : nullptr;
     if (!drawbot) {
         return;
     }
+    // A snapshot, since each replacement announces itself and may reorder the
+    // stream. The new measures are a live update: announced, so every view of
+    // the stream follows, but no undo step of their own.
+    std::vector<zelcaptioning::CaptionPtr> captions;
+    captions.reserve(stream->GetCaptionCount());
     for (std::size_t i = 0; i < stream->GetCaptionCount(); ++i) {
-        const zelcaptioning::CaptionPtr caption = stream->GetCaption(i);
-        HSL::RefreshCaptionSizeInfo(caption, *drawbot);
-        caption->UpdateLinePositions(width, height);
+        captions.push_back(stream->GetCaption(i));
+    }
+    MZ::Captioning captioning(stream);
+    for (const zelcaptioning::CaptionPtr& caption : captions) {
+        const zelcaptioning::CaptionPtr measured(new zelcaptioning::Caption(*caption));
+        HSL::RefreshCaptionSizeInfo(measured, *drawbot);
+        measured->UpdateLinePositions(width, height);
+        captioning.ReplaceCaption(caption, measured, false, {});
     }
 }
 

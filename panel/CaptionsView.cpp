@@ -1,4 +1,4 @@
-#include "panel/CaptionsView.h"
+#include "CaptionsView.h"
 
 #include "UIF/Command.h"
 

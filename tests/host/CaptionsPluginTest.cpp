@@ -16,23 +16,7 @@ using host_test::HostWindowTest;
 
 class CaptionsPluginTest : public HostWindowTest {
 protected:
-    QDockWidget* CaptionsDock() {
-        for (QDockWidget* dock : Window().GetMainWindow().findChildren<QDockWidget*>()) {
-            if (dock->windowTitle() == "Captions") {
-                return dock;
-            }
-        }
-        return nullptr;
-    }
-    QAction* WindowMenuEntry(const QString& title) {
-        Window().GetWindowMenu().Refresh();
-        for (QAction* action : Window().GetWindowMenu().actions()) {
-            if (action->text() == title) {
-                return action;
-            }
-        }
-        return nullptr;
-    }
+    QDockWidget* CaptionsDock() { return DockTitled("Captions"); }
     std::size_t CaptionsHandlers() {
         std::size_t count = 0;
         for (const auto& handler : Window().GetHandlers().GetHandlers()) {

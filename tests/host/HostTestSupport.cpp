@@ -3,15 +3,16 @@
 #include "CommandActions.h"
 #include "HSL/Ids.h"
 #include "HSL/Messages.h"
-#include "HostAccess.h"
 #include "KSL/StationUtils.h"
 #include "MZ/ActivationMessages.h"
 #include "MZ/CaptionMessages.h"
 #include "MZ/Project.h"
+#include "PlatformHost/HostAccess.h"
 #include "UIF/HotTimecodeControl.h"
 
 #include <QCoreApplication>
 #include <QDeadlineTimer>
+#include <QDockWidget>
 #include <QMainWindow>
 #include <QProcessEnvironment>
 #include <QTest>
@@ -22,35 +23,30 @@
 namespace host_test {
 namespace {
 
-template <typename... Messages>
-std::shared_ptr<const KSL::Message> CopyOfKnown(const KSL::Message& message) {
-    std::shared_ptr<const KSL::Message> copy;
-    ((copy = !copy && message.As<Messages>() ? std::make_shared<Messages>(*message.As<Messages>())
-                                             : copy),
-     ...);
-    return copy;
-}
-
-std::string TypeNameOf(KSL::MessageID id) {
-    static const std::vector<std::pair<KSL::MessageID, const char*>> names{
-        {MZ::BinSelectedMessage::ID(), MZ::BinSelectedMessage::kTypeName},
-        {MZ::MasterClipSelectedMessage::ID(), MZ::MasterClipSelectedMessage::kTypeName},
-        {MZ::MasterClipClosedMessage::ID(), MZ::MasterClipClosedMessage::kTypeName},
-        {MZ::SequenceSelectedMessage::ID(), MZ::SequenceSelectedMessage::kTypeName},
-        {MZ::SequenceSettingsChangedMessage::ID(), MZ::SequenceSettingsChangedMessage::kTypeName},
-        {MZ::ClosedCaptionsOpenedMessage::ID(), MZ::ClosedCaptionsOpenedMessage::kTypeName},
-        {MZ::CaptioningTrackItemOpenedMessage::ID(),
-         MZ::CaptioningTrackItemOpenedMessage::kTypeName},
-        {HSL::SourceClipSelectedMessage::ID(), HSL::SourceClipSelectedMessage::kTypeName},
-        {MZ::CaptionCommitEditsMessage::ID(), MZ::CaptionCommitEditsMessage::kTypeName},
-    };
-    for (const auto& [known, name] : names) {
-        if (known == id) {
-            return name;
-        }
+// The message classes a log copies and names; others are logged by id only.
+template <typename... Messages> struct MessageClasses {
+    static std::shared_ptr<const KSL::Message> CopyOf(const KSL::Message& message) {
+        std::shared_ptr<const KSL::Message> copy;
+        ((copy = !copy && message.As<Messages>()
+                     ? std::make_shared<Messages>(*message.As<Messages>())
+                     : copy),
+         ...);
+        return copy;
     }
-    return "message " + std::to_string(id);
-}
+    static std::string NameOf(KSL::MessageID id) {
+        std::string name = "message " + std::to_string(id);
+        ((name = Messages::ID() == id ? Messages::kTypeName : name), ...);
+        return name;
+    }
+};
+
+using KnownMessages =
+    MessageClasses<MZ::BinSelectedMessage, MZ::MasterClipSelectedMessage,
+                   MZ::MasterClipClosedMessage, MZ::SequenceSelectedMessage,
+                   MZ::SequenceSettingsChangedMessage, MZ::ClosedCaptionsOpenedMessage,
+                   MZ::CaptioningTrackItemOpenedMessage, HSL::SourceClipSelectedMessage,
+                   MZ::CaptionCommitEditsMessage, UIF::HotTimecodeVideoTimeDisplayChangedMessage,
+                   UIF::HotTimecodeAudioTimeDisplayChangedMessage>;
 
 } // namespace
 
@@ -66,20 +62,13 @@ MessageLog::MessageLog(const std::string& station) {
 std::vector<std::string> MessageLog::Names() const {
     std::vector<std::string> names;
     for (const Entry& entry : entries) {
-        names.push_back(TypeNameOf(entry.id));
+        names.push_back(KnownMessages::NameOf(entry.id));
     }
     return names;
 }
 
 bool MessageLog::HandleMessage(const KSL::Message& message) {
-    entries.push_back(
-        {message.GetMessageID(),
-         CopyOfKnown<MZ::BinSelectedMessage, MZ::MasterClipSelectedMessage,
-                     MZ::MasterClipClosedMessage, MZ::SequenceSelectedMessage,
-                     MZ::SequenceSettingsChangedMessage, MZ::ClosedCaptionsOpenedMessage,
-                     MZ::CaptioningTrackItemOpenedMessage, HSL::SourceClipSelectedMessage,
-                     UIF::HotTimecodeVideoTimeDisplayChangedMessage,
-                     UIF::HotTimecodeAudioTimeDisplayChangedMessage>(message)});
+    entries.push_back({message.GetMessageID(), KnownMessages::CopyOf(message)});
     return true;
 }
 
@@ -206,6 +195,25 @@ QString HostWindowTest::MenuText(QMenu& menu, UIF::CommandID id) {
     QAction* action = FindCommandAction(menu, id);
     // Without the shortcut the menu shows after a tab.
     return action ? action->text().section(QLatin1Char('\t'), 0, 0) : QString();
+}
+
+QAction* HostWindowTest::WindowMenuEntry(const QString& title) {
+    window_->GetWindowMenu().Refresh();
+    for (QAction* action : window_->GetWindowMenu().actions()) {
+        if (action->text() == title) {
+            return action;
+        }
+    }
+    return nullptr;
+}
+
+QDockWidget* HostWindowTest::DockTitled(const QString& title) {
+    for (QDockWidget* dock : window_->GetMainWindow().findChildren<QDockWidget*>()) {
+        if (dock->windowTitle() == title) {
+            return dock;
+        }
+    }
+    return nullptr;
 }
 
 void WhenModalLoopRuns(std::function<void()> action) {

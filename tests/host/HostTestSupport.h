@@ -105,6 +105,10 @@ protected:
     bool ChooseMenuCommand(QMenu& menu, UIF::CommandID id);
     // The text the command's menu item shows once the menu refreshed.
     QString MenuText(QMenu& menu, UIF::CommandID id);
+    // The Window menu's item of that title once the menu refreshed; null when absent.
+    QAction* WindowMenuEntry(const QString& title);
+    // The main window's dock of that title; null when there is none.
+    QDockWidget* DockTitled(const QString& title);
 
     ScriptedFileChooser chooser;
     std::vector<std::string> reportedProblems;

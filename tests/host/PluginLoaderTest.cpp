@@ -115,28 +115,16 @@ TEST_F(LoadedPluginTest, APlugInsPanelIsListedInTheWindowMenuAndOpensDocked) {
     ASSERT_EQ(plugins.modules.size(), 1u);
     // A project made after loading has the plug-in's handler, and so its panel.
     OpenDemo();
-    QAction* entry = nullptr;
-    Window().GetWindowMenu().Refresh();
-    for (QAction* action : Window().GetWindowMenu().actions()) {
-        entry = action->text() == "Test Panel" ? action : entry;
-    }
+    QAction* entry = WindowMenuEntry("Test Panel");
     ASSERT_NE(entry, nullptr);
     EXPECT_FALSE(entry->isChecked());
     entry->trigger();
 
-    QDockWidget* dock = nullptr;
-    for (QDockWidget* candidate : Window().GetMainWindow().findChildren<QDockWidget*>()) {
-        dock = candidate->windowTitle() == "Test Panel" ? candidate : dock;
-    }
+    QDockWidget* dock = DockTitled("Test Panel");
     ASSERT_NE(dock, nullptr);
     EXPECT_TRUE(dock->isVisible());
-    EXPECT_EQ(Window().GetMainWindow().dockWidgetArea(dock) != Qt::NoDockWidgetArea, true);
-    Window().GetWindowMenu().Refresh();
-    for (QAction* action : Window().GetWindowMenu().actions()) {
-        if (action->text() == "Test Panel") {
-            EXPECT_TRUE(action->isChecked());
-        }
-    }
+    EXPECT_NE(Window().GetMainWindow().dockWidgetArea(dock), Qt::NoDockWidgetArea);
+    EXPECT_TRUE(WindowMenuEntry("Test Panel")->isChecked());
     // The host's own project panel is listed first.
     EXPECT_EQ(Window().GetWindowMenu().actions().front()->text(), "Project");
 }

@@ -1,6 +1,8 @@
 #include "CaptionsHandler.h"
-#include "panel/CaptionsView.h"
+#include "CaptionsView.h"
 
+#include "BE/CaptionMessages.h"
+#include "BE/IUndoHistory.h"
 #include "BE/StreamMessages.h"
 #include "HSL/Handler.h"
 #include "HSL/Ids.h"
@@ -21,6 +23,7 @@
 #include <gtest/gtest.h>
 
 #include <memory>
+#include <set>
 
 using HandlerCaptions::CaptionsHandler;
 
@@ -59,6 +62,25 @@ zelcaptioning::CaptionPtr OneLineCaption(std::int64_t second) {
     caption->AppendCaptionTextParagraph(paragraph);
     return caption;
 }
+
+// The captions announced as changed on a station while it lives.
+class ChangeLog : public KSL::Listener {
+public:
+    explicit ChangeLog(const KSL::StationID& station) {
+        KSL::StationUtils::AddListener(station, this);
+    }
+    std::set<const zelcaptioning::Caption*> changed;
+
+protected:
+    bool HandleMessage(const KSL::Message& message) override {
+        if (const auto* captions = message.As<BE::CaptionsChangedMessage>()) {
+            for (const auto& [stream, change] : captions->GetChanges()) {
+                changed.insert(change.caption.get());
+            }
+        }
+        return false;
+    }
+};
 
 bool IsMeasured(const zelcaptioning::CaptionPtr& caption) {
     return caption->GetCaptionTextParagraph(0)->HasMeasuredLineSize();
@@ -122,8 +144,15 @@ TEST_F(CaptionsHandlerTest, FormatChangeToOpenCaptionsRemeasuresEveryCaption) {
                                         clip, stream, zelcaptioning::kStreamFormat_CEA708));
     EXPECT_FALSE(IsMeasured(first)) << "a closed-caption stream is not measured";
 
+    // The new measures are announced as caption changes, so views of the
+    // stream follow, but make no undo step of their own.
+    ChangeLog changes(KSL::StationOf(stream));
+    const std::size_t undoSteps = project->GetUndoHistory().GetStepCount();
     project->ChangeCaptioningStreamFormat(stream, zelcaptioning::kStreamFormat_OpenCaptions,
                                           BE::UndoMode::kWithoutUndoStep);
+    EXPECT_EQ(changes.changed,
+              (std::set<const zelcaptioning::Caption*>{first.get(), second.get()}));
+    EXPECT_EQ(project->GetUndoHistory().GetStepCount(), undoSteps);
     for (const auto& caption : {first, second}) {
         ASSERT_TRUE(IsMeasured(caption));
         EXPECT_GT(caption->GetCaptionTextParagraph(0)->GetParagraphLineWidth(), 60u);

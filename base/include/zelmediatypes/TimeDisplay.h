@@ -35,7 +35,14 @@ enum TimeDisplay : std::int32_t {
 // The frame rate a timecode display counts in; empty for every other display.
 std::optional<FrameRate> VideoFrameRate(TimeDisplay display);
 
+// The timecode display that counts frames of `rate`: drop-frame at 29.97 and
+// 59.94; kTimeDisplay_Frames for a rate no timecode counts.
+TimeDisplay TimecodeDisplayForFrameRate(const FrameRate& rate);
+
 bool IsDropFrame(TimeDisplay display);
+
+// Whether the display counts audio units (samples or milliseconds) rather than frames.
+bool IsAudioTimeDisplay(TimeDisplay display);
 
 // Prints the enumerator's name, or "TimeDisplay(n)" for a number that has none.
 std::ostream& operator<<(std::ostream& os, TimeDisplay display);

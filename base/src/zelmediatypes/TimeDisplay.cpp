@@ -42,6 +42,33 @@ std::string_view NameOf(TimeDisplay display) {
 
 } // namespace
 
+bool IsAudioTimeDisplay(TimeDisplay display) {
+    return display == kTimeDisplay_AudioSamples48kHz || display == kTimeDisplay_Milliseconds;
+}
+
+TimeDisplay TimecodeDisplayForFrameRate(const FrameRate& rate) {
+    struct RateDisplay {
+        FrameRate rate;
+        TimeDisplay display;
+    };
+    static constexpr RateDisplay kDisplays[] = {
+        {kFrameRate_23976, kTimeDisplay_23976Timecode},
+        {kFrameRate_24, kTimeDisplay_24Timecode},
+        {kFrameRate_25, kTimeDisplay_25Timecode},
+        {kFrameRate_2997, kTimeDisplay_2997DropTimecode},
+        {kFrameRate_30, kTimeDisplay_30Timecode},
+        {kFrameRate_50, kTimeDisplay_50Timecode},
+        {kFrameRate_5994, kTimeDisplay_5994DropTimecode},
+        {kFrameRate_60, kTimeDisplay_60Timecode},
+    };
+    for (const RateDisplay& entry : kDisplays) {
+        if (entry.rate == rate) {
+            return entry.display;
+        }
+    }
+    return kTimeDisplay_Frames;
+}
+
 std::optional<FrameRate> VideoFrameRate(TimeDisplay display) {
     switch (display) {
     case kTimeDisplay_23976Timecode:

@@ -1,5 +1,7 @@
 #include "caption_editor/CaptionTextEditor.h"
 
+#include "zelcaptioning/CaptionArea.h"
+
 namespace caption_editor {
 
 using zelcaptioning::Caption;
@@ -8,12 +10,6 @@ using zelcaptioning::CaptionTextParagraphPtr;
 using zelcaptioning::CaptionTextSpan;
 
 namespace {
-
-constexpr float kCaptionAreaScale = 0.8f;
-
-std::int32_t ScaleArea(std::int32_t extent) {
-    return static_cast<std::int32_t>(static_cast<float>(extent) * kCaptionAreaScale);
-}
 
 // Gives every paragraph exactly the spans it shows: an empty span where there
 // is none, and no empty span trailing a non-empty one.
@@ -45,8 +41,8 @@ void CaptionTextEditor::SetCaption(const CaptionPtr& caption, std::int32_t colum
     }
     columnCount_ = columnCount;
     rowCount_ = rowCount;
-    areaWidth_ = ScaleArea(width);
-    areaHeight_ = ScaleArea(height);
+    areaWidth_ = zelcaptioning::CaptionAreaExtent(width);
+    areaHeight_ = zelcaptioning::CaptionAreaExtent(height);
     pixelLayout_ = areaWidth_ > 0 && areaHeight_ > 0;
     if (caption) {
         workingCopy_ = new Caption(*caption);

@@ -1,5 +1,6 @@
 #include "HSL/CaptionRendering.h"
 #include "SpanFonts.h"
+#include "zelcaptioning/CaptionArea.h"
 
 #include <QFont>
 #include <QFontMetricsF>
@@ -12,8 +13,6 @@
 
 namespace HSL {
 namespace {
-
-constexpr double kCaptionAreaScale = 0.8;
 
 QColor ToQColor(const zelcaptioning::CaptioningColor& c) {
     return QColor::fromRgbF(std::clamp(c.red, 0.0f, 1.0f), std::clamp(c.green, 0.0f, 1.0f),
@@ -67,8 +66,8 @@ void RenderOpenCaptions(VF::VideoFrame& frame, const zelcaptioning::Caption& cap
     QPainter painter(&image);
     painter.setRenderHint(QPainter::Antialiasing);
     const double scale = static_cast<double>(frame.GetWidthPx()) / clipWidthPx;
-    const double areaWidth = frame.GetWidthPx() * kCaptionAreaScale;
-    const double areaHeight = frame.GetHeightPx() * kCaptionAreaScale;
+    const double areaWidth = frame.GetWidthPx() * double{zelcaptioning::kCaptionAreaScale};
+    const double areaHeight = frame.GetHeightPx() * double{zelcaptioning::kCaptionAreaScale};
     const double left = (frame.GetWidthPx() - areaWidth) / 2;
     const double top = (frame.GetHeightPx() - areaHeight) / 2;
     for (std::uint64_t p = 0; p < caption.GetNumParagraphs(); ++p) {

@@ -28,26 +28,6 @@ constexpr std::array<Rgb, 7> kReversedBars = {{{0, 0, 191},
                                                {19, 19, 19},
                                                {191, 191, 191}}};
 
-zelmediatypes::TimeDisplay TimecodeDisplay(const zelmediatypes::FrameRate& rate) {
-    using namespace zelmediatypes;
-    constexpr std::pair<FrameRate, TimeDisplay> kTimecodes[] = {
-        {kFrameRate_23976, kTimeDisplay_23976Timecode},
-        {kFrameRate_24, kTimeDisplay_24Timecode},
-        {kFrameRate_25, kTimeDisplay_25Timecode},
-        {kFrameRate_2997, kTimeDisplay_2997DropTimecode},
-        {kFrameRate_30, kTimeDisplay_30Timecode},
-        {kFrameRate_50, kTimeDisplay_50Timecode},
-        {kFrameRate_5994, kTimeDisplay_5994DropTimecode},
-        {kFrameRate_60, kTimeDisplay_60Timecode},
-    };
-    for (const auto& [timecodeRate, display] : kTimecodes) {
-        if (timecodeRate == rate) {
-            return display;
-        }
-    }
-    return kTimeDisplay_Frames;
-}
-
 void FillRows(VF::VideoFrame& frame, int topPx, int bottomPx, const std::array<Rgb, 7>& bars) {
     const int widthPx = frame.GetWidthPx();
     for (int y = topPx; y < bottomPx; ++y) {
@@ -63,7 +43,8 @@ void FillRows(VF::VideoFrame& frame, int topPx, int bottomPx, const std::array<R
 
 std::string TestSourceRenderer::TimecodeLabel(zelmediatypes::TickTime frameStart,
                                               const zelmediatypes::FrameRate& rate) {
-    return zelmediatypes::FormatTimeLabel(frameStart, TimecodeDisplay(rate), rate);
+    return zelmediatypes::FormatTimeLabel(frameStart,
+                                          zelmediatypes::TimecodeDisplayForFrameRate(rate), rate);
 }
 
 TimecodePlacement TestSourceRenderer::PlaceTimecode(std::string_view label, int widthPx,

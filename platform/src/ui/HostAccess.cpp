@@ -1,4 +1,5 @@
-#include "HostAccess.h"
+#include "PlatformHost/HostAccess.h"
+#include "UIF/TimeDisplayChoice.h"
 
 #include "UIF/ShortcutManager.h"
 #include "UIF/Workspace.h"
@@ -30,6 +31,7 @@ void ResetUIState() {
     UIF::Workspace::DestroyInstance();
     UIF::ShortcutManager::DestroyInstance();
     zelui::ui::UI_NodeManager::Destroy();
+    UIF::ForgetTimeDisplayChoices();
 }
 
 } // namespace platform::ui

@@ -39,6 +39,30 @@ TEST(TimeDisplay, DropFrameDisplaysUseRatesThatSupportIt) {
     EXPECT_FALSE(IsDropFrame(kTimeDisplay_2997NonDropTimecode));
 }
 
+TEST(TimeDisplay, EveryTimecodeRateStartsInItsOwnTimecodeAndOthersInFrames) {
+    for (const FrameRate& rate : kStandardFrameRates) {
+        const TimeDisplay display = TimecodeDisplayForFrameRate(rate);
+        if (display == kTimeDisplay_Frames) {
+            continue;
+        }
+        EXPECT_EQ(VideoFrameRate(display), rate) << display;
+        EXPECT_EQ(IsDropFrame(display), rate.SupportsDropFrame()) << display;
+    }
+    EXPECT_EQ(TimecodeDisplayForFrameRate(kFrameRate_2997), kTimeDisplay_2997DropTimecode);
+    EXPECT_EQ(TimecodeDisplayForFrameRate(kFrameRate_25), kTimeDisplay_25Timecode);
+    EXPECT_EQ(TimecodeDisplayForFrameRate(*FrameRate::FromFramesPerSecond(15, 1)),
+              kTimeDisplay_Frames);
+}
+
+TEST(TimeDisplay, OnlySamplesAndMillisecondsCountAudio) {
+    EXPECT_TRUE(IsAudioTimeDisplay(kTimeDisplay_AudioSamples48kHz));
+    EXPECT_TRUE(IsAudioTimeDisplay(kTimeDisplay_Milliseconds));
+    for (const TimeDisplay display :
+         {kTimeDisplay_Frames, kTimeDisplay_25Timecode, kTimeDisplay_Unknown}) {
+        EXPECT_FALSE(IsAudioTimeDisplay(display)) << display;
+    }
+}
+
 TEST(TimeDisplay, PrintsNamesAndUnnamedNumbers) {
     std::ostringstream os;
     os << kTimeDisplay_5994DropTimecode << ' ' << static_cast<TimeDisplay>(4242);

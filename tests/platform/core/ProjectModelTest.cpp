@@ -7,6 +7,7 @@
 #include "KSL/IStation.h"
 #include "KSL/StationUtils.h"
 #include "MZ/ActivationMessages.h"
+#include "MZ/MasterClipActions.h"
 #include "MZ/MergeClipUtils.h"
 #include "MZ/Project.h"
 #include "MZ/SequenceActions.h"
@@ -175,6 +176,21 @@ TEST_F(ProjectModelTest, SequenceActionsAnswerTheSequenceTimeDisplays) {
     EXPECT_EQ(actions::GetVideoTimeDisplayFormat(nullptr, true), kTimeDisplay_Unknown);
     EXPECT_EQ(actions::GetAudioTimeDisplayFormat(nullptr), kTimeDisplay_Unknown);
     EXPECT_FALSE(actions::GetFrameAlignment(nullptr));
+}
+
+TEST_F(ProjectModelTest, ClipsStartInTheTimecodeOfTheirOwnRate) {
+    using namespace zelmediatypes;
+    namespace actions = MZ::MasterClipActions;
+    BE::MasterClipSettings settings = fixture.clip->GetSettings();
+    settings.frameRate = kFrameRate_25;
+    project.SetMasterClipSettings(fixture.clip, settings, BE::UndoMode::kWithoutUndoStep);
+    EXPECT_EQ(actions::GetVideoTimeDisplayFormat(fixture.clip), kTimeDisplay_25Timecode);
+    settings.frameRate = kFrameRate_2997;
+    project.SetMasterClipSettings(fixture.clip, settings, BE::UndoMode::kWithoutUndoStep);
+    EXPECT_EQ(actions::GetVideoTimeDisplayFormat(fixture.clip), kTimeDisplay_2997DropTimecode);
+    EXPECT_EQ(actions::GetAudioTimeDisplayFormat(fixture.clip), kTimeDisplay_AudioSamples48kHz);
+    EXPECT_EQ(actions::GetVideoTimeDisplayFormat(nullptr), kTimeDisplay_Unknown);
+    EXPECT_EQ(actions::GetAudioTimeDisplayFormat(nullptr), kTimeDisplay_Unknown);
 }
 
 TEST_F(ProjectModelTest, ClipSettingsChangeIsAnnouncedAsAClipChange) {

@@ -1,5 +1,5 @@
 #include "UIF/CommandRouting.h"
-#include "HostAccess.h"
+#include "PlatformHost/HostAccess.h"
 #include "UIF/PictureButton.h"
 #include "UIF/SubView.h"
 #include "UIF/Workspace.h"

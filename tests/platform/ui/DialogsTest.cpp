@@ -1,5 +1,5 @@
 #include "DLG/ColorPickerDialog.h"
-#include "HostAccess.h"
+#include "PlatformHost/HostAccess.h"
 #include "TD/TitlerFontList.h"
 #include "UIF/MessageBox.h"
 #include "UiTestSupport.h"

@@ -1,4 +1,4 @@
-#include "HostAccess.h"
+#include "PlatformHost/HostAccess.h"
 #include "UIF/Bitmap.h"
 #include "UIF/DC.h"
 #include "UIF/SubView.h"

@@ -1,9 +1,10 @@
-#include "HostAccess.h"
 #include "KSL/Listener.h"
 #include "KSL/StationUtils.h"
+#include "PlatformHost/HostAccess.h"
 #include "UIF/ColorPickerControl.h"
 #include "UIF/HotTimecodeControl.h"
 #include "UIF/ScrollBar.h"
+#include "UIF/TimeDisplayChoice.h"
 #include "UIF/Workspace.h"
 #include "UiTestSupport.h"
 #include "zelmediatypes/FrameRate.h"
@@ -207,6 +208,13 @@ TEST_F(TimecodeTest, DisplayChosenInTheMenuIsBroadcastOnTheDisplayStation) {
 
     EXPECT_EQ(displays.lines, std::vector<std::string>{"audio display 300"});
     EXPECT_EQ(control.GetTimecodeInfo().timeDisplay, zelmediatypes::kTimeDisplay_AudioSamples48kHz);
+    // Remembered for views made later, per station and kind.
+    EXPECT_EQ(UIF::GetChosenAudioTimeDisplay(UIF::kStation_SourceTimeDisplayChanged),
+              zelmediatypes::kTimeDisplay_AudioSamples48kHz);
+    EXPECT_EQ(UIF::GetChosenVideoTimeDisplay(UIF::kStation_SourceTimeDisplayChanged),
+              zelmediatypes::kTimeDisplay_Unknown);
+    EXPECT_EQ(UIF::GetChosenAudioTimeDisplay(UIF::kStation_SequenceTimeDisplayChanged),
+              zelmediatypes::kTimeDisplay_Unknown);
 
     control.SetTimeDisplay(zelmediatypes::kTimeDisplay_Frames,
                            zelmediatypes::kFrameRate_25.FrameDuration(), false);

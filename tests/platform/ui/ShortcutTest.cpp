@@ -1,4 +1,4 @@
-#include "HostAccess.h"
+#include "PlatformHost/HostAccess.h"
 #include "UIF/CommandRouting.h"
 #include "UIF/ShortcutManager.h"
 #include "UIF/Workspace.h"

@@ -1,4 +1,4 @@
-#include "HostAccess.h"
+#include "PlatformHost/HostAccess.h"
 #include "UIF/Workspace.h"
 #include "UiTestSupport.h"
 #include "zelui/controls/UI_TextEdit.h"

@@ -1,7 +1,7 @@
 #include "UiTestSupport.h"
 
-#include "HostAccess.h"
 #include "KSL/StationUtils.h"
+#include "PlatformHost/HostAccess.h"
 #include "UIF/Command.h"
 #include "UIF/Workspace.h"
 

@@ -1,5 +1,5 @@
 #include "UIF/Workspace.h"
-#include "HostAccess.h"
+#include "PlatformHost/HostAccess.h"
 #include "UIF/WindowClasses.h"
 #include "UiTestSupport.h"
 

@@ -1,7 +1,7 @@
 #include "UIF/ColorPickerControl.h"
 
-#include "HostAccess.h"
 #include "KSL/StationUtils.h"
+#include "PlatformHost/HostAccess.h"
 #include "controls/ColorRowWidget.h"
 #include "controls/ViewChild.h"
 

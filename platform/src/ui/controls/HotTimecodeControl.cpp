@@ -1,7 +1,8 @@
 #include "UIF/HotTimecodeControl.h"
+#include "UIF/TimeDisplayChoice.h"
 
-#include "HostAccess.h"
 #include "KSL/StationUtils.h"
+#include "PlatformHost/HostAccess.h"
 #include "controls/TimecodeWidget.h"
 #include "controls/ViewChild.h"
 #include "zelmediatypes/TimeLabel.h"
@@ -12,14 +13,10 @@ namespace {
 using zelmediatypes::TickTime;
 using zelmediatypes::TimeDisplay;
 
-bool IsAudioDisplay(TimeDisplay display) {
-    return display == zelmediatypes::kTimeDisplay_AudioSamples48kHz ||
-           display == zelmediatypes::kTimeDisplay_Milliseconds;
-}
-
 bool IsKnownDisplay(TimeDisplay display) {
     return zelmediatypes::VideoFrameRate(display).has_value() ||
-           display == zelmediatypes::kTimeDisplay_Frames || IsAudioDisplay(display);
+           display == zelmediatypes::kTimeDisplay_Frames ||
+           zelmediatypes::IsAudioTimeDisplay(display);
 }
 
 zelmediatypes::FrameRate MediaRate(TickTime frameDuration) {
@@ -71,15 +68,8 @@ struct HotTimecodeControl::Impl : platform::ui::TimecodeWidget::Owner {
     }
     void DisplayChosen(TimeDisplay display) override {
         owner.info_.timeDisplay = display;
-        if (owner.displayStation_.IsNull()) {
-            return;
-        }
-        if (IsAudioDisplay(display)) {
-            KSL::StationUtils::BroadcastMessage(owner.displayStation_,
-                                                HotTimecodeAudioTimeDisplayChangedMessage(display));
-        } else {
-            KSL::StationUtils::BroadcastMessage(owner.displayStation_,
-                                                HotTimecodeVideoTimeDisplayChangedMessage(display));
+        if (!owner.displayStation_.IsNull()) {
+            AnnounceTimeDisplayChoice(owner.displayStation_, display);
         }
     }
 

@@ -1,6 +1,6 @@
 #include "UIF/PictureButton.h"
 
-#include "HostAccess.h"
+#include "PlatformHost/HostAccess.h"
 #include "UIF/CommandRouting.h"
 #include "UIF/ViewBase.h"
 #include "controls/ViewChild.h"

@@ -1,7 +1,7 @@
 #include "UIF/ScrollBar.h"
 
-#include "HostAccess.h"
 #include "KSL/StationUtils.h"
+#include "PlatformHost/HostAccess.h"
 #include "controls/ViewChild.h"
 
 #include <QApplication>

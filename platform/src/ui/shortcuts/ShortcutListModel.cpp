@@ -1,4 +1,4 @@
-#include "HostAccess.h"
+#include "PlatformHost/HostAccess.h"
 
 #include "UIF/ShortcutManager.h"
 #include "input/QtConversions.h"

@@ -5,7 +5,7 @@
 #include <optional>
 #include <string>
 
-namespace host {
+namespace ML {
 
 struct MediaProbe {
     std::optional<BE::MasterClipSettings> settings; // empty when problem is set
@@ -18,4 +18,4 @@ struct MediaProbe {
 // that rate). Reads only the file's headers.
 MediaProbe ProbeMediaFile(const std::string& pathUtf8);
 
-} // namespace host
+} // namespace ML

@@ -1,4 +1,4 @@
-#include "MediaProbe.h"
+#include "ML/MediaProbe.h"
 
 extern "C" {
 #include <libavformat/avformat.h>
@@ -9,7 +9,7 @@ extern "C" {
 #include <filesystem>
 #include <memory>
 
-namespace host {
+namespace ML {
 namespace {
 
 struct FormatContextCloser {
@@ -86,4 +86,4 @@ MediaProbe ProbeMediaFile(const std::string& pathUtf8) {
     return {settings, {}};
 }
 
-} // namespace host
+} // namespace ML

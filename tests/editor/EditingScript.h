@@ -8,6 +8,7 @@
 #include <functional>
 #include <sstream>
 #include <string>
+#include <vector>
 
 namespace test {
 
@@ -36,8 +37,8 @@ public:
 
     // The first broken rule, or an empty string: the text equals the model, every
     // paragraph keeps a span, grid lines stay on the grid, a style operation
-    // leaves no equal neighbours, and neither the host caption nor the saved
-    // copy changed.
+    // leaves no equal neighbours, a block move keeps the block's shape, and neither the host
+    // caption nor the saved copy changed.
     std::string Check() const;
 
     // Reverts and tells whether the working copy equals the saved copy again.
@@ -62,6 +63,10 @@ private:
     zelcaptioning::TextSpanAttributes RandomStyle();
     zelcaptioning::CaptionPtr RandomCaption();
     std::string StyleStep(std::uint64_t start, std::uint64_t end);
+    std::vector<zelcaptioning::Position> Positions() const;
+    // Empty when every line that moved since `before` moved by the same amount,
+    // a placed line moved and the layout is the grid.
+    std::string BlockMoveProblem(const std::vector<zelcaptioning::Position>& before) const;
 
     Choose choose_;
     caption_editor::CaptionTextEditor editor_;
@@ -71,6 +76,7 @@ private:
     zelcore::UTF16String reference_;
     bool pixel_ = false;
     bool lastWasStyle_ = false;
+    std::string blockMoveProblem_;
 };
 
 } // namespace test

@@ -1,5 +1,6 @@
 // Definitions of EditingScript, kept apart so the header reads as an interface.
 #include <algorithm>
+#include <optional>
 
 namespace test {
 
@@ -60,7 +61,8 @@ inline std::string EditingScript::Step() {
     const std::uint64_t end = choose_(start, size + 2);
     const std::uint64_t room = size - std::min(at, size);
     lastWasStyle_ = false;
-    switch (choose_(0, 11)) {
+    blockMoveProblem_.clear();
+    switch (choose_(0, 12)) {
     case 0:
     case 1: {
         const zelcore::UTF16String text = RandomText(5, true);
@@ -118,6 +120,18 @@ inline std::string EditingScript::Step() {
     case 10:
         editor_.SetCaptionType(static_cast<CaptionType>(choose_(1, 5)));
         return "caption type";
+    case 11:
+        if (Chance(2)) {
+            const std::vector<Position> before = Positions();
+            editor_.MoveBlock(static_cast<std::int32_t>(choose_(0, 40)) - 20,
+                              static_cast<std::int32_t>(choose_(0, 20)) - 10, start, end);
+            blockMoveProblem_ = BlockMoveProblem(before);
+            return "move block";
+        }
+        // Fractions a little outside 0 to 1 exercise the clamping.
+        editor_.PlaceParagraphs(static_cast<double>(choose_(0, 1200)) / 1000 - 0.1,
+                                static_cast<double>(choose_(0, 1200)) / 1000 - 0.1, start, end);
+        return "place";
     default:
         if (Chance(2)) {
             editor_.SetBlockAnchor(static_cast<std::int32_t>(choose_(0, 3)),
@@ -159,9 +173,41 @@ inline std::string EditingScript::StyleStep(std::uint64_t start, std::uint64_t e
     }
 }
 
+inline std::vector<zelcaptioning::Position> EditingScript::Positions() const {
+    std::vector<zelcaptioning::Position> positions;
+    const zelcaptioning::Caption& working = *editor_.GetCaption();
+    for (std::uint64_t i = 0; i < working.GetNumParagraphs(); ++i) {
+        positions.push_back(working.GetCaptionTextParagraph(i)->GetCaptionPosition());
+    }
+    return positions;
+}
+
+inline std::string
+EditingScript::BlockMoveProblem(const std::vector<zelcaptioning::Position>& before) const {
+    const std::vector<zelcaptioning::Position> after = Positions();
+    std::ostringstream problem;
+    std::optional<zelcaptioning::Position> shift;
+    for (std::size_t i = 0; i < after.size() && problem.str().empty(); ++i) {
+        if (after[i] == before[i]) {
+            continue;
+        }
+        const zelcaptioning::Position moved(after[i].GetX() - before[i].GetX(),
+                                            after[i].GetY() - before[i].GetY());
+        if (pixel_ || before[i] == zelcaptioning::kPosition_Uninitialized) {
+            problem << "block move changed paragraph " << i;
+        } else if (shift && *shift != moved) {
+            problem << "block move shifted paragraph " << i << " by " << moved << ", not "
+                    << *shift;
+        }
+        shift = moved;
+    }
+    return problem.str();
+}
+
 inline std::string EditingScript::Check() const {
     const zelcaptioning::Caption& working = *editor_.GetCaption();
     std::ostringstream problem;
+    problem << blockMoveProblem_;
     if (working.GetPlainText() != reference_) {
         problem << "text " << working.GetPlainText() << " should be " << reference_;
     }

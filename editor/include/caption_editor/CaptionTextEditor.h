@@ -99,6 +99,27 @@ public:
     void SetParagraphRow(std::uint64_t index, std::int32_t row);
     void MoveParagraphByRows(std::uint64_t index, std::int32_t deltaRows);
     void MoveRows(std::int32_t firstRow, std::int32_t count, std::int32_t deltaRows);
+    // Grid layout only: moves the placed paragraphs of the range as one block
+    // by whole columns and rows (x + deltaColumns / column count and
+    // y + deltaRows / row count, exact). The deltas are clamped so the block,
+    // from its leftmost column to its furthest line end and from its top row to
+    // its bottom row (an empty line counting at its column and row), stays
+    // within columns 0 to the column count and rows 0 to row count - 1; a block
+    // already over an edge may move back inwards but not further out. Every line
+    // moves by the same amount, so the block keeps its shape. Sets the modified
+    // flag only when something moved.
+    void MoveBlock(std::int32_t deltaColumns, std::int32_t deltaRows, std::uint64_t start,
+                   std::uint64_t end);
+    // Pixel layout only (grid lines stand on whole columns and rows: MoveBlock
+    // moves those): puts the block of the range where a person typed it, `x` and
+    // `y` being fractions of the caption area, each clamped to 0.0 to 1.0 (NaN
+    // as 0.0) and made exact by RationalFromDouble. Every paragraph of the range
+    // takes the free anchor; the first stands at (x, y) and the others lose
+    // their positions, because the caption keeps a placed free line where it is
+    // but stacks an unplaced one directly below the line before it, at that
+    // line's left edge. The caption is then laid out again. Sets the modified
+    // flag when any position or anchor changed.
+    void PlaceParagraphs(double x, double y, std::uint64_t start, std::uint64_t end);
     // Anchors the paragraphs of the range to a cell of the three-by-three grid
     // (outside the grid: no anchor) and lays the lines out again.
     void SetBlockAnchor(std::int32_t column, std::int32_t row, std::uint64_t start,

@@ -79,6 +79,7 @@ UIF::TabView* CaptionsHandler::CreateTabView(UIF::WorkspaceFrame* frame) {
     view_.reset(new CaptionsView(this, GetProject()));
     if (view_) {
         view_->Create(HSL::kCaptionsHandlerID, kWindowTitle, frame, true);
+        view_->ShowMasterClip(rememberedClip_);
     }
     return view_.get();
 }

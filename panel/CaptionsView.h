@@ -1,37 +1,93 @@
 #pragma once
 
+#include "BE/ICaptioningStream.h"
+#include "BE/IMasterClip.h"
 #include "BE/IProject.h"
 #include "KSL/Listener.h"
 #include "MZ/CaptionMessages.h"
 #include "UIF/TabView.h"
+#include "zelui/controls/UI_TextButton.h"
+
+#include <boost/intrusive_ptr.hpp>
+
+#include <cstdint>
+#include <memory>
+
+namespace UIF {
+class ScrollBar;
+}
 
 namespace HandlerCaptions {
 
 class CaptionsHandler;
+class CaptionsPane;
 
-// The Captions panel's tab view. It is made by its handler when the workspace
+// The Captions panel's tab view: the style toolbar's place at the top, the
+// caption list (CaptionsPane) under it with its vertical scroll bar, and the
+// add and delete buttons below. It is made by its handler when the workspace
 // asks for the panel, and lives until the panel is closed or the handler goes.
 class CaptionsView : public UIF::TabView, public KSL::Listener {
 public:
+    static constexpr std::int32_t kClosedCaptionsToolbarHeightPx = 52;
+    static constexpr std::int32_t kOpenCaptionsToolbarHeightPx = 85;
+
     CaptionsView(CaptionsHandler* handler, KSL::InterfaceRef<BE::IProject> project);
     ~CaptionsView() override;
 
     CaptionsHandler* GetHandler() const { return handler_; }
     const KSL::InterfaceRef<BE::IProject>& GetProject() const { return project_; }
 
+    // Shows the captions of a master clip (empty: none).
+    void ShowMasterClip(const KSL::InterfaceRef<BE::IMasterClip>& clip);
     // Shows the captions of the opened track item's stream.
     void ShowTrackItem(const MZ::CaptioningTrackItem& item);
     const MZ::CaptioningTrackItem& GetShownTrackItem() const { return shownTrackItem_; }
 
+    CaptionsPane* GetPane() const { return pane_.get(); }
+    UIF::ScrollBar* GetScrollBar() const { return scrollBar_.get(); }
+    zelui::controls::UI_TextButton* GetAddButton() const { return addButton_.get(); }
+    zelui::controls::UI_TextButton* GetDeleteButton() const { return deleteButton_.get(); }
+    bool IsOpenCaptions() const { return openCaptions_; }
+    std::int32_t GetToolbarHeight() const;
+
+    // --- Called by the pane ---
+    // A new stream (or none) is shown: the toolbar family follows its format
+    // and the list scrolls back to the top.
+    void StreamChanged(const KSL::InterfaceRef<BE::ICaptioningStream>& stream);
+    // Scrolls the selected row into view and runs the enabling pass.
+    void SelectionChanged(std::int32_t index);
+    void RefreshToolbar();
+    // Rows were added or removed: the scroll range follows.
+    void RowCountChanged();
+    void RelayoutBody();
+    // Scrolls by wheel notches; true when handled.
+    bool ScrollByWheel(float notches);
+
     void Destroy(std::uint32_t flags) override;
+    std::int32_t GetMinimumStackedHeight() const override;
 
 protected:
+    void OnCreate() override;
+    void DestroySelf() override;
+    void BoundsChanged() override;
+    void Draw(UIF::DC& dc, const UIF::Rect& updateArea) override;
+    bool MouseWheel(const zelui::ui::UI_MouseEvent& event) override;
     bool HandleMessage(const KSL::Message& message) override;
 
 private:
+    void UpdateScrollParameters(bool resetPosition);
+    void ScrollTo(std::int32_t positionPx);
+    void UpdateEnabling();
+
     CaptionsHandler* handler_;
     KSL::InterfaceRef<BE::IProject> project_;
     MZ::CaptioningTrackItem shownTrackItem_;
+    std::unique_ptr<CaptionsPane> pane_;
+    std::unique_ptr<UIF::ScrollBar> scrollBar_;
+    std::int32_t scrollPositionPx_ = 0;
+    boost::intrusive_ptr<zelui::controls::UI_TextButton> addButton_;
+    boost::intrusive_ptr<zelui::controls::UI_TextButton> deleteButton_;
+    bool openCaptions_ = false;
 };
 
 } // namespace HandlerCaptions

@@ -120,6 +120,8 @@ public:
     zelcore::UTF16String GetInlineEditText() const;
     bool IsEditing() const;
     void SetBackgroundColorID(ColorID color);
+    // What assistive technology calls the control (a localisation key or text).
+    void SetAccessibleName(const zelcore::UTF16String& name);
 
     const KSL::StationID& GetStationID() const { return stationID_; }
     const KSL::StationID& GetTimecodeEditTextStationID() const { return editTextStationID_; }

@@ -67,6 +67,12 @@ public:
     // True when the view itself or a control inside it has the keyboard focus.
     bool HasFocus() const;
 
+    // What assistive technology calls the view (a localisation key or text).
+    void SetAccessibleName(const zelcore::UTF16String& name);
+    // Names the item the view draws as its focused one (a list's selected
+    // row); assistive technology announces it as the focus. Empty: none.
+    void SetAccessibleFocusItem(const zelcore::UTF16String& name);
+
     // Makes the sub-view a child of this view and calls its AttachedToView.
     // The sub-view stays owned by the caller; destroying it detaches it.
     void AddSubView(SubView& child);

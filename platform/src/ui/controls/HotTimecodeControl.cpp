@@ -5,6 +5,7 @@
 #include "PlatformHost/HostAccess.h"
 #include "controls/TimecodeWidget.h"
 #include "controls/ViewChild.h"
+#include "input/QtConversions.h"
 #include "zelmediatypes/TimeLabel.h"
 
 namespace UIF {
@@ -155,6 +156,12 @@ bool HotTimecodeControl::IsEditing() const {
 void HotTimecodeControl::SetBackgroundColorID(ColorID color) {
     if (IsCreated()) {
         impl_->widget->SetBackground(color);
+    }
+}
+
+void HotTimecodeControl::SetAccessibleName(const zelcore::UTF16String& name) {
+    if (IsCreated()) {
+        impl_->widget->setAccessibleName(platform::ui::Localized(zelcore::View(name)));
     }
 }
 

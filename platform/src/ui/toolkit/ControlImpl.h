@@ -24,6 +24,8 @@ struct UI_ControlView::Impl {
     UI_Rect bounds;
     bool shown = true;
     std::unique_ptr<platform::ui::DelayedToolTip> toolTip;
+    // Set once the control was named; the tooltip names it until then.
+    bool hasOwnAccessibleName = false;
     std::unique_ptr<QObject> eventBridge;
 };
 

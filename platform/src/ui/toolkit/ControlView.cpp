@@ -102,10 +102,25 @@ void UI_ControlView::SetToolTip(const zelcore::UTF16String& text, std::uint32_t 
     }
     impl_->toolTip->SetText(platform::ui::Localized(zelcore::View(text)),
                             static_cast<int>(delayMilliseconds));
+    if (!impl_->hasOwnAccessibleName) {
+        impl_->widget->setAccessibleName(platform::ui::Localized(zelcore::View(text)));
+    }
 }
 
 zelcore::UTF16String UI_ControlView::GetToolTip() const {
     return impl_->toolTip ? platform::ui::ToUTF16(impl_->toolTip->Text()) : zelcore::UTF16String();
+}
+
+void UI_ControlView::SetAccessibleName(const zelcore::UTF16String& name) {
+    if (impl_->widget) {
+        impl_->hasOwnAccessibleName = true;
+        impl_->widget->setAccessibleName(platform::ui::Localized(zelcore::View(name)));
+    }
+}
+
+zelcore::UTF16String UI_ControlView::GetAccessibleName() const {
+    return impl_->widget ? platform::ui::ToUTF16(impl_->widget->accessibleName())
+                         : zelcore::UTF16String();
 }
 
 void UI_ControlView::SetFocus() {

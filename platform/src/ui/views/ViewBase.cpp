@@ -3,6 +3,7 @@
 #include "UIF/SubView.h"
 #include "input/QtConversions.h"
 #include "toolkit/ControlImpl.h"
+#include "views/ViewAccessibility.h"
 #include "views/ViewImpl.h"
 #include "views/ViewWidget.h"
 #include "zelui/controls/UI_ControlView.h"
@@ -94,6 +95,19 @@ void ViewBase::Invalidate(const Rect& area) {
 void ViewBase::SetFocus() {
     if (impl_->widget) {
         impl_->widget->setFocus(Qt::OtherFocusReason);
+    }
+}
+
+void ViewBase::SetAccessibleName(const zelcore::UTF16String& name) {
+    if (impl_->widget) {
+        impl_->widget->setAccessibleName(platform::ui::Localized(zelcore::View(name)));
+    }
+}
+
+void ViewBase::SetAccessibleFocusItem(const zelcore::UTF16String& name) {
+    if (impl_->widget) {
+        platform::ui::SetViewFocusItem(*impl_->widget,
+                                       platform::ui::ToQString(zelcore::View(name)));
     }
 }
 

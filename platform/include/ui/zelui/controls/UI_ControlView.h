@@ -63,9 +63,14 @@ public:
     bool IsDisabled() const;
     void SetDisabled(bool disabled);
 
-    // The tip shows after the pointer rests on the control for the delay.
+    // The tip shows after the pointer rests on the control for the delay. It
+    // is also the control's accessible name until one is set.
     void SetToolTip(const zelcore::UTF16String& text, std::uint32_t delayMilliseconds);
     zelcore::UTF16String GetToolTip() const;
+
+    // What assistive technology calls the control (a localisation key or text).
+    void SetAccessibleName(const zelcore::UTF16String& name);
+    zelcore::UTF16String GetAccessibleName() const;
 
     void SetFocus();
     bool HasFocus() const;

@@ -51,8 +51,14 @@ public:
         return true;
     }
 
+    bool UI_DoMouseEvent(const zelui::ui::UI_MouseEvent& event) override {
+        clicks.emplace_back(event.GetX(), event.GetY());
+        return UI_TextEdit::UI_DoMouseEvent(event);
+    }
+
     std::vector<int> rowMoves;
     int leaves = 0;
+    std::vector<std::pair<float, float>> clicks;
 };
 
 class TextEditTest : public testing::Test {
@@ -94,6 +100,15 @@ TEST_F(TextEditTest, ValueAndSelectionCountLineBreaksAsCRLF) {
     edit->GetSelection(start, end);
     EXPECT_EQ(start, 0);
     EXPECT_EQ(end, 10);
+}
+
+TEST_F(TextEditTest, AClickIntoTheTextTakesTheFocusAndIsSeenInViewCoordinates) {
+    const QPoint inside(5, 7);
+    QTest::mouseClick(widget->viewport(), Qt::LeftButton, {}, inside);
+    EXPECT_TRUE(edit->HasFocus());
+    ASSERT_FALSE(edit->clicks.empty());
+    const QPoint expected = widget->viewport()->mapTo(widget, inside) + widget->pos();
+    EXPECT_EQ(edit->clicks.front(), std::make_pair(float(expected.x()), float(expected.y())));
 }
 
 TEST_F(TextEditTest, TypingNotifiesEachEditAndFinalWhenTheFocusLeaves) {

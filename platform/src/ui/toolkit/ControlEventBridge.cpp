@@ -75,7 +75,9 @@ bool ControlEventBridge::MouseEvent(QWidget& watched, QEvent& event) {
     auto& mouse = static_cast<QMouseEvent&>(event);
     QWidget* widget = control_.GetImpl().widget;
     // Controls see positions in their view's coordinates, as their bounds are.
-    const QPointF inView = widget->mapFrom(&watched, mouse.position()) + QPointF(widget->pos());
+    // The watched widget is the control's own or one inside it (a text
+    // field's viewport), never an ancestor.
+    const QPointF inView = watched.mapTo(widget, mouse.position()) + QPointF(widget->pos());
     if (event.type() == QEvent::MouseMove && mouse.buttons() == Qt::NoButton) {
         AnswerCursorRequest(watched, inView);
     }

@@ -137,6 +137,10 @@ void CaptionsPane::RunStyleAction(const char16_t* actionName, bool needsCaption,
     const bool undoableNow = !isTextEditActive_;
     std::int64_t start = 0;
     std::int64_t end = 0;
+    if (const CaptionsItem* row = rows_->GetCurrentRow(); row && row->TextHasFocus()) {
+        row->GetEngineSelection(start, end);
+        rows_->SetSelectionRange(start, end);
+    }
     rows_->GetSelectionRange(start, end);
     const std::uint64_t from = static_cast<std::uint64_t>(start);
     const std::uint64_t to =

@@ -194,8 +194,10 @@ bool CaptionsView::ScrollByWheel(float notches) {
     const std::int32_t maxPosition =
         std::max(0, pane_->GetContentHeight() - pane_->GetClientRect().Height() + step - 1) / step *
         step;
-    const std::int32_t position = std::clamp(scrollPositionPx_ - moved, 0, maxPosition);
-    if (position != scrollPositionPx_) {
+    // The pane's offset is the truth: it may have been scrolled to show a row.
+    const auto current = static_cast<std::int32_t>(pane_->GetScrollOffset());
+    const std::int32_t position = std::clamp(current - moved, 0, maxPosition);
+    if (position != current) {
         ScrollTo(position);
     }
     return true;

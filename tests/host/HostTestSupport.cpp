@@ -40,13 +40,12 @@ template <typename... Messages> struct MessageClasses {
     }
 };
 
-using KnownMessages =
-    MessageClasses<MZ::BinSelectedMessage, MZ::MasterClipSelectedMessage,
-                   MZ::MasterClipClosedMessage, MZ::SequenceSelectedMessage,
-                   MZ::SequenceSettingsChangedMessage, MZ::ClosedCaptionsOpenedMessage,
-                   MZ::CaptioningTrackItemOpenedMessage, HSL::SourceClipSelectedMessage,
-                   MZ::CaptionCommitEditsMessage, UIF::HotTimecodeVideoTimeDisplayChangedMessage,
-                   UIF::HotTimecodeAudioTimeDisplayChangedMessage>;
+using KnownMessages = MessageClasses<
+    MZ::BinSelectedMessage, MZ::MasterClipSelectedMessage, MZ::MasterClipClosedMessage,
+    MZ::SequenceSelectedMessage, MZ::SequenceSettingsChangedMessage,
+    MZ::ClosedCaptionsOpenedMessage, MZ::CaptioningTrackItemOpenedMessage,
+    HSL::SourceClipSelectedMessage, MZ::CaptionCommitEditsMessage, MZ::CaptionSelectedMessage,
+    UIF::HotTimecodeVideoTimeDisplayChangedMessage, UIF::HotTimecodeAudioTimeDisplayChangedMessage>;
 
 } // namespace
 

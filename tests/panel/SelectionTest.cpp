@@ -1,0 +1,111 @@
+// Moving the selection with keys and the mouse, and scrolling in whole rows.
+#include "PanelTestSupport.h"
+
+#include "MZ/CaptionMessages.h"
+#include "MZ/Stations.h"
+
+#include <QApplication>
+#include <QTest>
+
+#include <gtest/gtest.h>
+
+namespace {
+
+using HandlerCaptions::CaptionsPane;
+using panel_test::PanelTest;
+
+class SelectionTest : public PanelTest {
+protected:
+    void Press(Qt::Key key) {
+        QTest::keyClick(&PaneWidget(), key);
+        QApplication::processEvents();
+    }
+    std::int32_t VisibleRows() {
+        return (PaneWidget().height() + CaptionsPane::kRowPitchPx - 1) / CaptionsPane::kRowPitchPx;
+    }
+};
+
+TEST_F(SelectionTest, TheKeyTableMovesTheSelectionWithinTheRows) {
+    OpenDemoWithPanel();
+    host_test::MessageLog selections(MZ::kStation_CaptionSelection);
+    ClickPane(300, 10);
+    ASSERT_EQ(Rows().GetCurrentIndex(), 0);
+    const std::int32_t page = VisibleRows();
+    ASSERT_GE(page, 2);
+
+    Press(Qt::Key_Down);
+    EXPECT_EQ(Rows().GetCurrentIndex(), 1);
+    Press(Qt::Key_Up);
+    EXPECT_EQ(Rows().GetCurrentIndex(), 0);
+    Press(Qt::Key_Up);
+    EXPECT_EQ(Rows().GetCurrentIndex(), 0) << "clamped at the first row";
+    Press(Qt::Key_PageDown);
+    EXPECT_EQ(Rows().GetCurrentIndex(), page);
+    Press(Qt::Key_PageUp);
+    EXPECT_EQ(Rows().GetCurrentIndex(), 0);
+    Press(Qt::Key_End);
+    EXPECT_EQ(Rows().GetCurrentIndex(), 29);
+    // The last row is scrolled into view, aligned to the row pitch.
+    EXPECT_EQ(Pane().GetScrollOffset() % CaptionsPane::kRowPitchPx, 0u);
+    EXPECT_LE(Pane().GetFirstVisibleIndex(), 29);
+    EXPECT_GE(Pane().GetLastVisibleIndex(), 29);
+
+    const std::size_t posted = selections.Of<MZ::CaptionSelectedMessage>().size();
+    Press(Qt::Key_PageDown);
+    EXPECT_EQ(Rows().GetCurrentIndex(), 29);
+    EXPECT_EQ(selections.Of<MZ::CaptionSelectedMessage>().size(), posted)
+        << "no second selection message for the same row";
+    Press(Qt::Key_Home);
+    EXPECT_EQ(Rows().GetCurrentIndex(), 0);
+    Press(Qt::Key_Left);
+    EXPECT_EQ(Rows().GetCurrentIndex(), 0) << "keys outside the table change nothing";
+
+    const auto announced = selections.Of<MZ::CaptionSelectedMessage>();
+    ASSERT_FALSE(announced.empty());
+    EXPECT_EQ(announced.back()->GetCaption(), Rows().At(0)->GetCaption());
+    EXPECT_EQ(announced.back()->GetMasterClip(), Clip(host_test::kCaptionedClip));
+}
+
+TEST_F(SelectionTest, TheSelectionMessageIsPostedNotBroadcast) {
+    OpenDemoWithPanel();
+    host_test::MessageLog selections(MZ::kStation_CaptionSelection);
+    QTest::mouseClick(&PaneWidget(), Qt::LeftButton, {}, QPoint(300, 80));
+    EXPECT_EQ(Rows().GetCurrentIndex(), 1);
+    EXPECT_TRUE(selections.entries.empty()) << "delivered on a later turn of the event loop";
+    QApplication::processEvents();
+    ASSERT_EQ(selections.Of<MZ::CaptionSelectedMessage>().size(), 1u);
+}
+
+TEST_F(SelectionTest, ClicksBelowTheLastRowChangeNothing) {
+    OpenDemoWithPanel();
+    Pane().SetFilterText(u"Thirty-one");
+    ASSERT_EQ(Rows().GetCount(), 1);
+    ClickPane(300, 10);
+    ASSERT_EQ(Rows().GetCurrentIndex(), 0);
+    ClickPane(300, CaptionsPane::kRowPitchPx + 5);
+    EXPECT_EQ(Rows().GetCurrentIndex(), 0);
+}
+
+TEST_F(SelectionTest, ScrollingMovesByWholeRows) {
+    OpenDemoWithPanel();
+    const std::pair<std::uint32_t, std::int32_t> offsets[] = {{0, 0}, {74, 0}, {75, 1}, {149, 1}};
+    for (const auto& [offset, first] : offsets) {
+        Pane().SetScrollOffset(offset);
+        EXPECT_EQ(Pane().GetFirstVisibleIndex(), first) << "offset " << offset;
+        EXPECT_EQ(Pane().GetScrollOffset() % CaptionsPane::kRowPitchPx, 0u);
+    }
+    // Only the rows in sight are laid out.
+    Pane().SetScrollOffset(10 * CaptionsPane::kRowPitchPx);
+    EXPECT_EQ(Pane().GetFirstVisibleIndex(), 10);
+    EXPECT_TRUE(Rows().At(10)->HasControls());
+    EXPECT_TRUE(TextWidget(10).isVisible());
+    EXPECT_FALSE(TextWidget(0).isVisible());
+
+    // A wheel notch away from the user scrolls one row back.
+    QWheelEvent wheel(QPointF(100, 40), PaneWidget().mapToGlobal(QPointF(100, 40)), QPoint(),
+                      QPoint(0, 120), Qt::NoButton, Qt::NoModifier, Qt::NoScrollPhase, false);
+    QApplication::sendEvent(&PaneWidget(), &wheel);
+    EXPECT_EQ(Pane().GetFirstVisibleIndex(), 9);
+}
+
+} // namespace

@@ -10,16 +10,21 @@ namespace HandlerCaptions {
 using zelui::ui::KeyModifier;
 using zelui::ui::UI_KeyboardEvent;
 
-CaptionEdit::CaptionEdit(CaptionsPane& pane, CaptionsItem& row)
+CaptionEdit::CaptionEdit(CaptionsPane& pane)
     : UI_TextEdit(zelui::controls::kTextEdit_MultiLine, zelui::controls::kControlAlignment_Left)
-    , pane_(pane)
-    , row_(row) {
+    , pane_(pane) {
     if (zelui::ui::UI_NodeManager* manager = zelui::ui::UI_NodeManager::Get()) {
         manager->AddKeyboardEventFilterNode(this);
     }
 }
 
 CaptionEdit::~CaptionEdit() = default;
+
+void CaptionEdit::RowTextChanged() {
+    if (row_) {
+        row_->TextChanged();
+    }
+}
 
 bool CaptionEdit::UI_DoKeyboardEvent(const UI_KeyboardEvent& event) {
     // Meta (bit 8) does not count; Shift alone reverses; any other modifier types normally.
@@ -50,7 +55,9 @@ bool CaptionEdit::UI_DoPreKeyboardEvent(const UI_KeyboardEvent& event) {
 void CaptionEdit::UI_FocusChanged(zelui::controls::UI_FocusChange change) {
     UI_TextEdit::UI_FocusChanged(change);
     if (change == zelui::controls::kFocusChange_Gained) {
-        pane_.RowTextFocused(row_);
+        if (row_) {
+            pane_.RowTextFocused(*row_);
+        }
     } else if (!HasFocus()) {
         ScrollToBegin();
     }

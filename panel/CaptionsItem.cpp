@@ -20,7 +20,6 @@ using zelmediatypes::TickTime;
 
 namespace {
 
-constexpr std::uint32_t kRowColour = 0x7f7f7f;
 constexpr std::int32_t kTimeControlWidthPx = 85;
 constexpr std::int32_t kTimeControlHeightPx = 17;
 constexpr std::int32_t kRowInsetPx = 6;
@@ -46,99 +45,96 @@ CaptionsItem::CaptionsItem(CaptionsPane& pane, zelcaptioning::CaptionPtr caption
 }
 
 CaptionsItem::~CaptionsItem() {
-    if (textControl_) {
-        if (zelui::ui::UI_NodeManager* manager = zelui::ui::UI_NodeManager::Get()) {
-            manager->RemoveKeyboardEventFilterNode(textControl_.get());
-        }
-        textControl_->SetVisible(false);
-    }
-    if (inControl_) {
-        inControl_->Destroy();
-    }
-    if (outControl_) {
-        outControl_->Destroy();
-    }
+    RowControlPool::Destroy(controls_);
 }
 
 void CaptionsItem::BuildControls() {
-    if (controlsBuilt_) {
+    if (controls_) {
         return;
     }
-    controlsBuilt_ = true;
-    rowColour_ = kRowColour;
-    const UIF::TimecodeInfo info = pane_.GetRowTimecodeInfo();
-    inControl_ = std::make_unique<UIF::HotTimecodeControl>();
-    outControl_ = std::make_unique<UIF::HotTimecodeControl>();
-    const UIF::Rect hidden{0, 0, kTimeControlWidthPx, kTimeControlHeightPx};
-    inControl_->Create(pane_, hidden, inTime_, info, 0);
-    outControl_->Create(pane_, hidden, outTime_, info, kOutTimeFlag);
-    for (UIF::HotTimecodeControl* control : {inControl_.get(), outControl_.get()}) {
-        control->SetWantsKeyboardFocusFromAdvance(false);
-        control->Hide();
+    controls_ = pane_.GetControlPool().Take();
+    for (UIF::HotTimecodeControl* control : {controls_.inTime.get(), controls_.outTime.get()}) {
         KSL::StationUtils::AddListener(control->GetStationID(), this);
         KSL::StationUtils::AddListener(control->GetTimecodeEditTextStationID(), this);
     }
-    textControl_.reset(new CaptionEdit(pane_, *this));
-    ApplyRowFont(*textControl_);
-    shownText_ = plainText_;
-    textControl_->SetValue(plainText_);
-    shownText_ = textControl_->GetValue();
-    textControl_->NotifyWhenChanged([this](const auto&) { TextChanged(); });
-    textControl_->SetVisible(false);
-    pane_.AddControl(*textControl_);
-    textControl_->SetDisabled(false);
-    SetRowNumber(rowNumber_);
+    controls_.text->SetRow(this);
+    controls_.text->SetValue(plainText_);
+    shownText_ = controls_.text->GetValue();
+    NameControls();
+    // Borrowed controls may still show another row's times.
     ApplyTimeDisplay();
+    ShowTimes();
+}
+
+void CaptionsItem::ReleaseControls() {
+    if (!controls_) {
+        return;
+    }
+    Hide();
+    for (UIF::HotTimecodeControl* control : {controls_.inTime.get(), controls_.outTime.get()}) {
+        KSL::StationUtils::RemoveListener(control->GetStationID(), this);
+        KSL::StationUtils::RemoveListener(control->GetTimecodeEditTextStationID(), this);
+    }
+    controls_.text->SetRow(nullptr);
+    pane_.GetControlPool().Give(std::move(controls_));
+    controls_ = {};
 }
 
 void CaptionsItem::SetRowNumber(std::int32_t index) {
-    rowNumber_ = index;
-    if (!controlsBuilt_ || index < 0) {
+    if (index != rowNumber_) {
+        rowNumber_ = index;
+        NameControls();
+    }
+}
+
+void CaptionsItem::NameControls() {
+    const std::int32_t index = rowNumber_;
+    if (!controls_ || index < 0) {
         return;
     }
-    inControl_->SetAccessibleName(
+    controls_.inTime->SetAccessibleName(
         RowControlName("$$$/Corvala/Handlers/CaptionView/InTimeName=In time", index));
-    outControl_->SetAccessibleName(
+    controls_.outTime->SetAccessibleName(
         RowControlName("$$$/Corvala/Handlers/CaptionView/OutTimeName=Out time", index));
-    textControl_->SetAccessibleName(
+    controls_.text->SetAccessibleName(
         RowControlName("$$$/Corvala/Handlers/CaptionView/TextName=Text", index));
 }
 
 void CaptionsItem::Layout(std::int32_t rowTopPx, std::int32_t timeLeftPx, std::int32_t rowRightPx) {
     BuildControls();
     const std::int32_t inTop = rowTopPx + kRowInsetPx;
-    inControl_->SetBounds(
+    controls_.inTime->SetBounds(
         UIF::Rect::FromSize(timeLeftPx, inTop, kTimeControlWidthPx, kTimeControlHeightPx));
-    outControl_->SetBounds(UIF::Rect::FromSize(timeLeftPx, inTop + kOutRowOffsetPx,
-                                               kTimeControlWidthPx, kTimeControlHeightPx));
+    controls_.outTime->SetBounds(UIF::Rect::FromSize(timeLeftPx, inTop + kOutRowOffsetPx,
+                                                     kTimeControlWidthPx, kTimeControlHeightPx));
     const float textLeft = static_cast<float>(timeLeftPx + kTimeControlWidthPx + kTextGapPx);
     const float textRight = static_cast<float>(
         std::max(rowRightPx - 5, timeLeftPx + kTimeControlWidthPx + kTextGapPx + 20));
-    textControl_->SetBounds(zelui::controls::UI_Rect{
+    controls_.text->SetBounds(zelui::controls::UI_Rect{
         textLeft, static_cast<float>(inTop), textRight,
         static_cast<float>(rowTopPx + CaptionsPane::kRowPitchPx - kTextBottomInsetPx)});
-    inControl_->Show();
-    outControl_->Show();
-    textControl_->SetVisible(true);
+    controls_.inTime->Show();
+    controls_.outTime->Show();
+    controls_.text->SetVisible(true);
 }
 
 void CaptionsItem::Hide() {
-    if (!controlsBuilt_) {
+    if (!controls_) {
         return;
     }
-    inControl_->Hide();
-    outControl_->Hide();
-    textControl_->SetVisible(false);
+    controls_.inTime->Hide();
+    controls_.outTime->Hide();
+    controls_.text->SetVisible(false);
 }
 
 void CaptionsItem::SetSelectedLook(bool selected) {
-    if (!controlsBuilt_) {
+    if (!controls_) {
         return;
     }
     const UIF::ColorID background =
         selected ? UIF::kColor_ReversibleGray : UIF::kColor_WindowBackground;
-    inControl_->SetBackgroundColorID(background);
-    outControl_->SetBackgroundColorID(background);
+    controls_.inTime->SetBackgroundColorID(background);
+    controls_.outTime->SetBackgroundColorID(background);
 }
 
 void CaptionsItem::RefreshFromCaption() {
@@ -147,72 +143,77 @@ void CaptionsItem::RefreshFromCaption() {
     lastBeginTime_ = inTime_;
     plainText_ = MZ::Captioning::ConvertCaptionBlockToText(caption_);
     thumbnail_.composed.reset();
-    if (!controlsBuilt_) {
+    if (!controls_) {
         return;
     }
     ShowTimes();
-    const zelcore::UTF16String shown = textControl_->GetValue();
+    const zelcore::UTF16String shown = controls_.text->GetValue();
     if (ToEngineBreaks(zelcore::View(shown)) != plainText_) {
-        textControl_->SetValue(plainText_);
+        controls_.text->SetValue(plainText_);
     }
-    shownText_ = textControl_->GetValue();
+    shownText_ = controls_.text->GetValue();
 }
 
 void CaptionsItem::ApplyTimeDisplay() {
-    if (!controlsBuilt_) {
+    if (!controls_) {
         return;
     }
     const UIF::TimecodeInfo info = pane_.GetRowTimecodeInfo();
     if (info.timeDisplay == zelmediatypes::kTimeDisplay_Unknown) {
         return;
     }
-    for (UIF::HotTimecodeControl* control : {inControl_.get(), outControl_.get()}) {
+    const UIF::TimecodeInfo& shown = controls_.inTime->GetTimecodeInfo();
+    if (shown.timeDisplay == info.timeDisplay && shown.frameDuration == info.frameDuration &&
+        shown.alignToFrame == info.alignToFrame) {
+        return;
+    }
+    for (UIF::HotTimecodeControl* control : {controls_.inTime.get(), controls_.outTime.get()}) {
         control->SetTimeDisplay(info.timeDisplay, info.frameDuration, info.alignToFrame);
     }
     ShowTimes();
 }
 
 void CaptionsItem::ShowTimes() {
-    const UIF::TimecodeInfo& info = inControl_->GetTimecodeInfo();
+    const UIF::TimecodeInfo& info = controls_.inTime->GetTimecodeInfo();
     const bool align = info.alignToFrame && info.frameDuration.GetTicks() > 0;
-    inControl_->SetTime(align ? inTime_.AlignToFrame(info.frameDuration) : inTime_);
-    outControl_->SetTime(align ? outTime_.AlignToFrame(info.frameDuration) : outTime_);
+    controls_.inTime->SetTime(align ? inTime_.AlignToFrame(info.frameDuration) : inTime_);
+    controls_.outTime->SetTime(align ? outTime_.AlignToFrame(info.frameDuration) : outTime_);
 }
 
 void CaptionsItem::RestoreTimes(TickTime inTime, TickTime outTime) {
     inTime_ = inTime;
     outTime_ = outTime;
-    if (controlsBuilt_) {
+    if (controls_) {
         ShowTimes();
     }
 }
 
 bool CaptionsItem::TextHasFocus() const {
-    return textControl_ && textControl_->HasFocus();
+    return controls_.text && controls_.text->HasFocus();
 }
 
 void CaptionsItem::StartTextEditing(std::int64_t start, std::int64_t end) {
     BuildControls();
-    const zelcore::UTF16String value = textControl_->GetValue();
+    const zelcore::UTF16String value = controls_.text->GetValue();
     ToControlRange(zelcore::View(value), start, end);
-    textControl_->SetFocus();
-    textControl_->SetSelection(start, end);
+    controls_.text->SetFocus();
+    controls_.text->SetSelection(start, end);
 }
 
 void CaptionsItem::GetEngineSelection(std::int64_t& start, std::int64_t& end) const {
-    if (!textControl_) {
+    if (!controls_.text) {
         start = 0;
         end = 0;
         return;
     }
-    textControl_->GetSelection(start, end);
-    const zelcore::UTF16String value = textControl_->GetValue();
+    controls_.text->GetSelection(start, end);
+    const zelcore::UTF16String value = controls_.text->GetValue();
     start = EnginePositionOf(zelcore::View(value), start);
     end = EnginePositionOf(zelcore::View(value), end);
 }
 
 void CaptionsItem::TextChanged() {
-    const zelcore::UTF16String now = textControl_->GetValue();
+    const zelcore::UTF16String now = controls_.text->GetValue();
     const std::optional<ControlTextChange> change = DiffControlText(shownText_, now);
     shownText_ = now;
     if (change) {
@@ -223,7 +224,7 @@ void CaptionsItem::TextChanged() {
 bool CaptionsItem::HandleMessage(const KSL::Message& message) {
     if (message.GetMessageID() == CachedMessageID<UIF::HotTimecodeChangedMessage>()) {
         const auto& changed = static_cast<const UIF::HotTimecodeChangedMessage&>(message);
-        TimeEdited(changed.GetTime(), (changed.GetFlags() & kOutTimeFlag) != 0);
+        TimeEdited(changed.GetTime(), (changed.GetFlags() & RowControls::kOutTimeFlag) != 0);
         return true;
     }
     return message.GetMessageID() == CachedMessageID<UIF::HotTimecodeEditTextMessage>();

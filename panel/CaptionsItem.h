@@ -2,14 +2,13 @@
 
 #include "KSL/Listener.h"
 #include "ML/FrameRequest.h"
+#include "RowControls.h"
 #include "UIF/Geometry.h"
 #include "UIF/HotTimecodeControl.h"
 #include "VF/VideoFrame.h"
 #include "zelcaptioning/Caption.h"
 #include "zelcore/UTF16String.h"
 #include "zelmediatypes/TickTime.h"
-
-#include <boost/intrusive_ptr.hpp>
 
 #include <cstdint>
 #include <memory>
@@ -20,14 +19,12 @@ class CaptionEdit;
 class CaptionsPane;
 
 // One row of the caption pane: a caption's in and out times in timecode
-// controls and its text in a CaptionEdit. A row is cheap until it is first
-// shown: its controls are built on first layout, so a stream of many captions
-// costs little more than its captions.
+// controls and its text in a CaptionEdit. A row holds controls only while it
+// is in sight (it borrows them from the pane's pool on layout and gives them
+// back when it leaves), so a stream of many captions costs little more than
+// its captions.
 class CaptionsItem : public KSL::Listener, public std::enable_shared_from_this<CaptionsItem> {
 public:
-    // The out control's report flag, telling its time edits from the in control's.
-    static constexpr std::uint32_t kOutTimeFlag = 1;
-
     CaptionsItem(CaptionsPane& pane, zelcaptioning::CaptionPtr caption);
     ~CaptionsItem() override;
 
@@ -37,8 +34,11 @@ public:
     zelmediatypes::TickTime GetOutTime() const { return outTime_; }
     zelmediatypes::TickTime GetLastBeginTime() const { return lastBeginTime_; }
 
-    bool HasControls() const { return controlsBuilt_; }
+    bool HasControls() const { return static_cast<bool>(controls_); }
+    // Borrows controls and shows the row's times and text in them.
     void BuildControls();
+    // Hides the controls and gives them back to the pane's pool.
+    void ReleaseControls();
     // Places the row's controls for a row whose top edge is at rowTopPx in the
     // pane, with the time controls at timeLeftPx; shows them.
     void Layout(std::int32_t rowTopPx, std::int32_t timeLeftPx, std::int32_t rowRightPx);
@@ -57,9 +57,9 @@ public:
     // Puts the times back after a refused move, controls included.
     void RestoreTimes(zelmediatypes::TickTime inTime, zelmediatypes::TickTime outTime);
 
-    CaptionEdit* GetTextControl() const { return textControl_.get(); }
-    UIF::HotTimecodeControl* GetInControl() const { return inControl_.get(); }
-    UIF::HotTimecodeControl* GetOutControl() const { return outControl_.get(); }
+    CaptionEdit* GetTextControl() const { return controls_.text.get(); }
+    UIF::HotTimecodeControl* GetInControl() const { return controls_.inTime.get(); }
+    UIF::HotTimecodeControl* GetOutControl() const { return controls_.outTime.get(); }
     bool TextHasFocus() const;
     // Gives the text control the focus with an engine range selected
     // (end -1: to the end of the text).
@@ -87,17 +87,14 @@ protected:
 private:
     void TimeEdited(zelmediatypes::TickTime value, bool isOut);
     void ShowTimes();
+    void NameControls();
 
     CaptionsPane& pane_;
     zelmediatypes::TickTime inTime_;
     zelmediatypes::TickTime outTime_;
     bool reentryGuard_ = false;
     zelmediatypes::TickTime lastBeginTime_;
-    std::uint32_t rowColour_ = 0;
-    std::unique_ptr<UIF::HotTimecodeControl> inControl_;
-    std::unique_ptr<UIF::HotTimecodeControl> outControl_;
-    boost::intrusive_ptr<CaptionEdit> textControl_;
-    bool controlsBuilt_ = false;
+    RowControls controls_;
     std::int32_t rowNumber_ = -1;
     zelcaptioning::CaptionPtr caption_;
     zelcore::UTF16String plainText_;

@@ -50,6 +50,7 @@ bool ModalWindowOpen() {
 CaptionsPane::CaptionsPane(CaptionsView* view)
     : UIF::SubView(view)
     , view_(view)
+    , controlPool_(std::make_unique<RowControlPool>(*this))
     , rows_(std::make_unique<CaptionsItemList>())
     , pollTimerID_(NewTimerID())
     , deferredTimerID_(NewTimerID())
@@ -119,7 +120,7 @@ void CaptionsPane::RestartDeferredTimer() {
 
 void CaptionsPane::ClearRows() {
     for (const std::shared_ptr<CaptionsItem>& row : shownRows_) {
-        row->Hide();
+        row->ReleaseControls();
     }
     shownRows_.clear();
     rows_->Clear();
@@ -314,7 +315,12 @@ void CaptionsPane::UpdateVisibleRange() {
     }
     for (const std::shared_ptr<CaptionsItem>& row : shownRows_) {
         if (std::find(shown.begin(), shown.end(), row) == shown.end()) {
-            row->Hide();
+            // A row being typed into keeps its field, so the edit goes on.
+            if (row->TextHasFocus()) {
+                row->Hide();
+            } else {
+                row->ReleaseControls();
+            }
         }
     }
     const std::int32_t timeLeft = RowTimeLeftPx();
@@ -323,7 +329,6 @@ void CaptionsPane::UpdateVisibleRange() {
         row.SetRowNumber(i);
         row.Layout(i * kRowPitchPx - static_cast<std::int32_t>(scrollOffsetPx_), timeLeft,
                    GetClientRect().right);
-        row.ApplyTimeDisplay();
         row.SetSelectedLook(i == rows_->GetCurrentIndex());
     }
     shownRows_ = std::move(shown);

@@ -75,6 +75,7 @@ public:
     CaptionsItemList& GetItemList() { return *rows_; }
     const CaptionsItemList& GetItemList() const { return *rows_; }
     caption_editor::CaptionTextEditor& GetEditor() { return *editor_; }
+    RowControlPool& GetControlPool() { return *controlPool_; }
     std::uint32_t GetScrollOffset() const { return scrollOffsetPx_; }
     std::int32_t GetFirstVisibleIndex() const { return firstVisible_; }
     std::int32_t GetLastVisibleIndex() const { return lastVisible_; }
@@ -180,6 +181,8 @@ private:
     void StreamChanged();
 
     CaptionsView* view_;
+    // Before the rows: they give their controls back to it.
+    std::unique_ptr<RowControlPool> controlPool_;
     std::unique_ptr<CaptionsItemList> rows_;
     std::map<ML::RequestID, std::weak_ptr<CaptionsItem>> pendingFrameRequests_;
     std::uint32_t scrollOffsetPx_ = 0;

@@ -286,7 +286,7 @@ void CaptionsPane::DeleteCurrentCaption() {
     }
     FlushPendingEdit();
     const std::int32_t index = rows_->GetCurrentIndex();
-    rows_->At(index)->Hide();
+    rows_->At(index)->ReleaseControls();
     rows_->SetCurrentIndex(-1);
     rows_->Remove(index);
     RelayoutAfterRowCountChange();

@@ -153,7 +153,7 @@ void CaptionsPane::CaptionsChanged(const BE::CaptionsChangedMessage& message) {
         std::int32_t index = rows_->IndexOf(caption.get());
         if (!inStream) {
             if (index >= 0) {
-                rows_->At(index)->Hide();
+                rows_->At(index)->ReleaseControls();
                 rows_->Remove(index);
                 countChanged = true;
                 if (caption == editor_->GetHostCaption()) {

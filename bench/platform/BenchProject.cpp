@@ -8,18 +8,25 @@
 namespace platform_bench {
 
 StreamProject MakeStreamProject(std::size_t captionCount) {
-    using zelmediatypes::TickTime;
     StreamProject result;
     result.project = BE::CreateProject();
+    result.stream = AddCaptionedClip(result.project, captionCount);
+    result.project->GetUndoHistory().Clear();
+    return result;
+}
+
+KSL::InterfaceRef<BE::ICaptioningStream>
+AddCaptionedClip(const KSL::InterfaceRef<BE::IProject>& project, std::size_t captionCount) {
+    using zelmediatypes::TickTime;
     const BE::UndoMode once = BE::UndoMode::kWithoutUndoStep;
-    const auto bin = result.project->AddBin(zelcore::ToUTF16("Bench"), once);
+    const auto bin = project->AddBin(zelcore::ToUTF16("Bench"), once);
     BE::MasterClipSettings settings;
     settings.name = zelcore::ToUTF16("Long clip");
     settings.frameRect = zelcore::geom::RectT<int>::FromSize(0, 0, 1920, 1080);
-    const auto clip = result.project->AddMasterClip(bin, settings, once);
-    result.stream =
-        result.project->AddCaptioningStream(clip, zelcaptioning::kStreamFormat_CEA608, once);
-    MZ::Captioning captioning(result.stream);
+    const auto clip = project->AddMasterClip(bin, settings, once);
+    const auto stream =
+        project->AddCaptioningStream(clip, zelcaptioning::kStreamFormat_CEA608, once);
+    MZ::Captioning captioning(stream);
     for (std::size_t i = 0; i < captionCount; ++i) {
         zelcaptioning::CaptionPtr caption(new zelcaptioning::Caption);
         const TickTime begin = TickTime::FromSeconds(static_cast<std::int64_t>(i));
@@ -37,8 +44,7 @@ StreamProject MakeStreamProject(std::size_t captionCount) {
         caption->AppendCaptionTextParagraph(paragraph);
         captioning.AddCaption(caption);
     }
-    result.project->GetUndoHistory().Clear();
-    return result;
+    return stream;
 }
 
 } // namespace platform_bench

@@ -15,4 +15,8 @@ struct StreamProject {
 };
 StreamProject MakeStreamProject(std::size_t captionCount);
 
+// Adds such a clip, 1920 x 1080 at 29.97 fps, to the project; returns its stream.
+KSL::InterfaceRef<BE::ICaptioningStream>
+AddCaptionedClip(const KSL::InterfaceRef<BE::IProject>& project, std::size_t captionCount);
+
 } // namespace platform_bench

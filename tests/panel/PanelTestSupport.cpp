@@ -72,15 +72,24 @@ QWidget& PanelTest::PaneWidget() {
     return *platform::ui::WidgetOf(static_cast<const UIF::ViewBase&>(Pane()));
 }
 
+void PanelTest::RequireControls(std::int32_t row) {
+    if (row < 0 || row >= Rows().GetCount() || !Rows().At(row)->HasControls()) {
+        throw std::logic_error("row " + std::to_string(row) + " has no controls: it is not shown");
+    }
+}
+
 QWidget& PanelTest::TextWidget(std::int32_t row) {
+    RequireControls(row);
     return *platform::ui::WidgetOf(*Rows().At(row)->GetTextControl());
 }
 
 QWidget& PanelTest::InTimeWidget(std::int32_t row) {
+    RequireControls(row);
     return *platform::ui::WidgetOf(*Rows().At(row)->GetInControl());
 }
 
 QWidget& PanelTest::OutTimeWidget(std::int32_t row) {
+    RequireControls(row);
     return *platform::ui::WidgetOf(*Rows().At(row)->GetOutControl());
 }
 

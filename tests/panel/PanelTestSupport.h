@@ -26,6 +26,7 @@ protected:
     // The row's controls are built once the row has been shown. Keys go to
     // QApplication::focusWidget(), as a person's do.
     QWidget& TextWidget(std::int32_t row);
+    void RequireControls(std::int32_t row);
     QWidget& InTimeWidget(std::int32_t row);
     QWidget& OutTimeWidget(std::int32_t row);
 

@@ -88,6 +88,33 @@ TEST_F(ListingTest, AStreamAddedToAShownClipIsShownUnlessOneIsChosen) {
     EXPECT_EQ(Pane().GetCaptionSource().GetAvailableFormats().size(), 2u);
 }
 
+TEST_F(ListingTest, AStreamTurnedIntoOpenCaptionsIsShownMeasured) {
+    OpenDemoWithPanel();
+    const auto plain = Clip(host_test::kPlainClip);
+    const auto stream = Project()->AddCaptioningStream(plain, zelcaptioning::kStreamFormat_CEA608,
+                                                       BE::UndoMode::kAsUndoStep);
+    zelcaptioning::CaptionPtr caption(new zelcaptioning::Caption);
+    caption->SetEndTime(zelmediatypes::TickTime::FromSeconds(2));
+    zelcaptioning::CaptionTextParagraphPtr line(new zelcaptioning::CaptionTextParagraph);
+    line->AppendCaptionTextSpan(new zelcaptioning::CaptionTextSpan(u"Harbour at dawn", {}));
+    caption->AppendCaptionTextParagraph(line);
+    MZ::Captioning(stream).AddCaption(caption);
+    SelectClip(host_test::kPlainClip);
+    ClickPane(20, 20);
+    ASSERT_FALSE(View().IsOpenCaptions());
+
+    Project()->ChangeCaptioningStreamFormat(stream, zelcaptioning::kStreamFormat_OpenCaptions,
+                                            BE::UndoMode::kAsUndoStep);
+    EXPECT_TRUE(View().IsOpenCaptions());
+    EXPECT_EQ(View().GetToolbarHeight(), 85);
+    ASSERT_EQ(Rows().GetCount(), 1);
+    EXPECT_TRUE(Rows().At(0)->GetCaption()->GetCaptionTextParagraph(0)->HasMeasuredLineSize());
+    // The caption being edited is the measured one, laid out in the frame's caption area.
+    ASSERT_TRUE(Pane().GetEditor().GetCaption());
+    EXPECT_TRUE(Pane().GetEditor().GetCaption()->GetCaptionTextParagraph(0)->HasMeasuredLineSize());
+    EXPECT_EQ(Pane().GetEditor().GetCaptionAreaWidth(), 1536);
+}
+
 TEST_F(ListingTest, TheFilterKeepsMatchingCaptionsAndIgnoresTheSameTextAgain) {
     OpenDemoWithPanel();
     Pane().SetFilterText(u"MARA");

@@ -7,6 +7,7 @@
 #include "MZ/Captioning.h"
 #include "MessageIds.h"
 #include "RowFont.h"
+#include "RowGeometry.h"
 #include "zelcore/Localization.h"
 #include "zelui/ui/UI_NodeManager.h"
 
@@ -20,10 +21,10 @@ using zelmediatypes::TickTime;
 
 namespace {
 
-constexpr std::int32_t kTimeControlWidthPx = 85;
-constexpr std::int32_t kTimeControlHeightPx = 17;
-constexpr std::int32_t kRowInsetPx = 6;
-constexpr std::int32_t kOutRowOffsetPx = 53;
+using row_geometry::kTimeControlWidthPx;
+constexpr std::int32_t kTimeControlHeightPx = row_geometry::kLineHeightPx;
+constexpr std::int32_t kRowInsetPx = row_geometry::kInsetPx;
+constexpr std::int32_t kOutRowOffsetPx = row_geometry::kOutLineOffsetPx;
 constexpr std::int32_t kTextGapPx = 10;
 constexpr std::int32_t kTextBottomInsetPx = 6;
 

@@ -4,6 +4,7 @@
 
 #include "HSL/CaptionRendering.h"
 #include "ML/FrameService.h"
+#include "RowGeometry.h"
 #include "UIF/DC.h"
 #include "UIF/VideoFrameBlit.h"
 #include "VF/VideoFrameManipulators.h"
@@ -21,10 +22,10 @@ constexpr const char16_t* kOutLabel = u"$$$/Corvala/Handlers/CaptionView/outLabe
 constexpr std::int32_t kThumbnailLeftPx = 5;
 constexpr std::int32_t kThumbnailHeightPx = 64;
 constexpr std::int32_t kThumbnailMaxWidthPx = 196;
-constexpr std::int32_t kRowInsetPx = 6;
+constexpr std::int32_t kRowInsetPx = row_geometry::kInsetPx;
 constexpr std::int32_t kLabelGapPx = 5;
-constexpr std::int32_t kLabelHeightPx = 17;
-constexpr std::int32_t kOutRowOffsetPx = 53;
+constexpr std::int32_t kLabelHeightPx = row_geometry::kLineHeightPx;
+constexpr std::int32_t kOutRowOffsetPx = row_geometry::kOutLineOffsetPx;
 
 } // namespace
 

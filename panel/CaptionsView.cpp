@@ -53,28 +53,29 @@ void CaptionsView::OnCreate() {
     KSL::StationUtils::AddListener(scrollBar_->GetStationID(), this);
     KSL::StationUtils::AddListener(MZ::kStation_SequenceActivation, this);
 
-    addButton_.reset(
-        new zelui::controls::UI_TextButton(u"$$$/Corvala/Handlers/Captions/AddCaption...=+"));
-    addButton_->SetToolTip(u"$$$/Corvala/Handlers/Captions/AddCaptionTooltip=Add Caption",
-                           kToolTipDelayMs);
-    addButton_->NotifyWhenChanged([this](const auto&) {
-        if (pane_) {
-            pane_->AddCaptionAfterCurrent();
-        }
-    });
-    AddControl(*addButton_);
-    deleteButton_.reset(
-        new zelui::controls::UI_TextButton(u"$$$/Corvala/Handlers/Captions/DeleteCaption...=-"));
-    deleteButton_->SetToolTip(u"$$$/Corvala/Handlers/Captions/DeleteCaptionTooltip=Delete Caption",
-                              kToolTipDelayMs);
-    deleteButton_->NotifyWhenChanged([this](const auto&) {
-        if (pane_) {
-            pane_->DeleteCurrentCaption();
-        }
-    });
-    AddControl(*deleteButton_);
+    addButton_ = AddButton(u"$$$/Corvala/Handlers/Captions/AddCaption...=+",
+                           u"$$$/Corvala/Handlers/Captions/AddCaptionTooltip=Add Caption",
+                           &CaptionsPane::AddCaptionAfterCurrent);
+    deleteButton_ = AddButton(u"$$$/Corvala/Handlers/Captions/DeleteCaption...=-",
+                              u"$$$/Corvala/Handlers/Captions/DeleteCaptionTooltip=Delete Caption",
+                              &CaptionsPane::DeleteCurrentCaption);
     RelayoutBody();
     UpdateEnabling();
+}
+
+boost::intrusive_ptr<zelui::controls::UI_TextButton>
+CaptionsView::AddButton(const char16_t* text, const char16_t* toolTip,
+                        void (CaptionsPane::*action)()) {
+    boost::intrusive_ptr<zelui::controls::UI_TextButton> button(
+        new zelui::controls::UI_TextButton(text));
+    button->SetToolTip(toolTip, kToolTipDelayMs);
+    button->NotifyWhenChanged([this, action](const auto&) {
+        if (pane_) {
+            (pane_.get()->*action)();
+        }
+    });
+    AddControl(*button);
+    return button;
 }
 
 void CaptionsView::DestroySelf() {

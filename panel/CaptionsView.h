@@ -78,6 +78,9 @@ private:
     void UpdateScrollParameters(bool resetPosition);
     void ScrollTo(std::int32_t positionPx);
     void UpdateEnabling();
+    // A text button under the list that runs a pane action when clicked.
+    boost::intrusive_ptr<zelui::controls::UI_TextButton>
+    AddButton(const char16_t* text, const char16_t* toolTip, void (CaptionsPane::*action)());
 
     CaptionsHandler* handler_;
     KSL::InterfaceRef<BE::IProject> project_;

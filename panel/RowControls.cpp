@@ -3,16 +3,10 @@
 #include "CaptionEdit.h"
 #include "CaptionsPane.h"
 #include "RowFont.h"
+#include "RowGeometry.h"
 #include "zelui/ui/UI_NodeManager.h"
 
 namespace HandlerCaptions {
-
-namespace {
-
-constexpr std::int32_t kTimeControlWidthPx = 85;
-constexpr std::int32_t kTimeControlHeightPx = 17;
-
-} // namespace
 
 RowControlPool::~RowControlPool() {
     for (RowControls& controls : kept_) {
@@ -28,7 +22,7 @@ RowControls RowControlPool::Take() {
     }
     RowControls controls;
     const UIF::TimecodeInfo info = pane_.GetRowTimecodeInfo();
-    const UIF::Rect bounds{0, 0, kTimeControlWidthPx, kTimeControlHeightPx};
+    const UIF::Rect bounds{0, 0, row_geometry::kTimeControlWidthPx, row_geometry::kLineHeightPx};
     controls.inTime = std::make_unique<UIF::HotTimecodeControl>();
     controls.outTime = std::make_unique<UIF::HotTimecodeControl>();
     controls.inTime->Create(pane_, bounds, {}, info, 0);

@@ -156,8 +156,11 @@ void CaptionsHandler::RefreshCaptionSizes(
 }
 
 bool CaptionsHandler::HandleMessage(const KSL::Message& message) {
-    if (message.As<MZ::ClosedCaptionsOpenedMessage>()) {
+    if (const auto* opened = message.As<MZ::ClosedCaptionsOpenedMessage>()) {
         OpenPanel();
+        if (view_) {
+            view_->ShowStream(opened->GetMasterClip(), opened->GetStream());
+        }
         return true;
     }
     if (const auto* opened = message.As<MZ::CaptioningTrackItemOpenedMessage>()) {

@@ -94,6 +94,14 @@ void CaptionSource::ChooseAfterRefill(const std::set<StreamFormat>& previous) {
     chosen_ = available_.empty() ? zelcaptioning::kStreamFormat_None : *available_.begin();
 }
 
+bool CaptionSource::ChooseFormat(StreamFormat format) {
+    if (!available_.contains(format)) {
+        return false;
+    }
+    chosen_ = format;
+    return true;
+}
+
 bool CaptionSource::NeedsFormatRefresh() const {
     if (chosen_ != zelcaptioning::kStreamFormat_None) {
         return false;

@@ -43,6 +43,9 @@ public:
     // still offered stays chosen, otherwise a newly added one wins. Returns
     // whether the chosen format changed.
     bool RefreshFormats();
+    // Chooses an offered format (a person picked that stream); false when the
+    // source does not offer it.
+    bool ChooseFormat(zelcaptioning::StreamFormat format);
     // True when nothing is chosen yet but the source now has a stream.
     bool NeedsFormatRefresh() const;
 

@@ -161,6 +161,17 @@ bool CaptionsPane::LoadClip(const KSL::InterfaceRef<BE::IMasterClip>& clip) {
     return true;
 }
 
+void CaptionsPane::ShowStream(const KSL::InterfaceRef<BE::IMasterClip>& clip,
+                              const KSL::InterfaceRef<BE::ICaptioningStream>& stream) {
+    if (!LoadClip(clip) || !stream || stream == stream_) {
+        return;
+    }
+    CommitCaptionEdit(true, {});
+    if (source_.ChooseFormat(stream->GetStreamFormat())) {
+        ChooseStream();
+    }
+}
+
 void CaptionsPane::ShowTrackItem(const MZ::CaptioningTrackItem& item) {
     if (isCommitting_ || !item.masterClip || !item.stream) {
         return;

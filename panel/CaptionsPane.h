@@ -57,6 +57,9 @@ public:
     // Makes `clip` (possibly empty) the current clip; false when a commit is
     // running and the load waits for the deferred-work timer.
     bool LoadClip(const KSL::InterfaceRef<BE::IMasterClip>& clip);
+    // Makes the clip current and shows the given one of its streams.
+    void ShowStream(const KSL::InterfaceRef<BE::IMasterClip>& clip,
+                    const KSL::InterfaceRef<BE::ICaptioningStream>& stream);
     // Shows the stream of a caption track item, in its sequence's time display.
     void ShowTrackItem(const MZ::CaptioningTrackItem& item);
     void RebuildRows();

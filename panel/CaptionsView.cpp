@@ -114,6 +114,13 @@ void CaptionsView::ShowMasterClip(const KSL::InterfaceRef<BE::IMasterClip>& clip
     }
 }
 
+void CaptionsView::ShowStream(const KSL::InterfaceRef<BE::IMasterClip>& clip,
+                              const KSL::InterfaceRef<BE::ICaptioningStream>& stream) {
+    if (pane_) {
+        pane_->ShowStream(clip, stream);
+    }
+}
+
 void CaptionsView::ShowTrackItem(const MZ::CaptioningTrackItem& item) {
     shownTrackItem_ = item;
     if (pane_) {

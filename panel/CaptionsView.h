@@ -39,6 +39,9 @@ public:
 
     // Shows the captions of a master clip (empty: none).
     void ShowMasterClip(const KSL::InterfaceRef<BE::IMasterClip>& clip);
+    // Shows one stream of a clip (a person opened it).
+    void ShowStream(const KSL::InterfaceRef<BE::IMasterClip>& clip,
+                    const KSL::InterfaceRef<BE::ICaptioningStream>& stream);
     // Shows the captions of the opened track item's stream.
     void ShowTrackItem(const MZ::CaptioningTrackItem& item);
     const MZ::CaptioningTrackItem& GetShownTrackItem() const { return shownTrackItem_; }

@@ -7,6 +7,8 @@
 #include <QDockWidget>
 #include <QLayout>
 #include <QMainWindow>
+#include <QPlainTextEdit>
+#include <QTest>
 
 #include <gtest/gtest.h>
 
@@ -71,6 +73,41 @@ TEST_F(CaptionsPluginTest, OpeningACaptionStreamOpensThePanel) {
     EXPECT_TRUE(CaptionsDock()->isVisible());
     EXPECT_EQ(Window().GetMainWindow().findChildren<QDockWidget*>().size(), 2u)
         << "the panel is reused, not made twice";
+}
+
+// The panel's rows are found as a screen reader finds them: by name.
+QPlainTextEdit* RowText(QWidget& dock, int captionNumber) {
+    const QString name = QStringLiteral("Text, caption %1").arg(captionNumber);
+    for (QPlainTextEdit* text : dock.findChildren<QPlainTextEdit*>()) {
+        if (text->isVisible() && text->accessibleName() == name) {
+            return text;
+        }
+    }
+    return nullptr;
+}
+
+TEST_F(CaptionsPluginTest, ThePanelListsTheStreamThatWasOpened) {
+    OpenDemo();
+    const auto clip = Clip(host_test::kCaptionedClip);
+    DoubleClickItem(clip->GetCaptioningStream(1).Get()); // its open captions
+    ASSERT_NE(CaptionsDock(), nullptr);
+    QPlainTextEdit* first = RowText(*CaptionsDock(), 1);
+    ASSERT_NE(first, nullptr);
+    EXPECT_EQ(first->toPlainText().toStdString(),
+              zelcore::ToUTF8(clip->GetCaptioningStream(1)->GetCaption(0)->GetPlainText()));
+
+    // Typing reaches the project's stream at once.
+    first->setFocus();
+    QTest::keyClick(first, Qt::Key_End, Qt::ControlModifier);
+    QTest::keyClicks(first, "!");
+    const std::string typed =
+        zelcore::ToUTF8(clip->GetCaptioningStream(1)->GetCaption(0)->GetPlainText());
+    ASSERT_FALSE(typed.empty());
+    EXPECT_EQ(typed.back(), '!');
+
+    DoubleClickItem(clip->GetCaptioningStream(0).Get());
+    ASSERT_NE(RowText(*CaptionsDock(), 1), nullptr);
+    EXPECT_EQ(RowText(*CaptionsDock(), 1)->toPlainText(), QStringLiteral("[GULLS CRYING]"));
 }
 
 TEST_F(CaptionsPluginTest, EachProjectHasItsOwnHandlerAndPanel) {

@@ -10,6 +10,8 @@ namespace captionformats {
 struct WriteOptions {
     // Named in every diagnostic; the writer never opens it.
     std::string fileName;
+    // Time codes of frame-based formats (SCC): drop-frame (';') or non-drop (':').
+    bool dropFrameTimecode = true;
 };
 
 // Turns captions into a file's bytes, reporting as warnings what the format

@@ -142,9 +142,11 @@ std::size_t SrtCueText::ParseTag(std::string_view text, std::uint64_t lineNumber
         } else {
             ApplyFontTag(attributes, lineNumber, column);
         }
-    } else {
+    } else if (attributes.empty() || attributes.find('=') != std::string_view::npos) {
         log_.Warn(SourceLocation::AtLine(lineNumber, column),
                   "unsupported tag <" + std::string(closing ? "/" : "") + name + "> dropped");
+    } else {
+        return 0; // words in angle brackets, such as <LAUGHING & WHOOPS!>, are text
     }
     return close + 1;
 }

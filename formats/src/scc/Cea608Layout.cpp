@@ -55,6 +55,10 @@ std::vector<PlacedLine> LayOutLines(const Caption& caption, LossReport& losses,
     const int count = static_cast<int>(lines.size());
     for (int i = 0; i < count; ++i) {
         const CaptionTextParagraph& line = *lines[static_cast<std::size_t>(i)];
+        if (line.GetParagraphStyleAttributes().GetTextAlignment() != kTextAlignment_Left) {
+            losses.Note("text alignment dropped (CEA-608 places lines by column)", captionIndex,
+                        caption.GetBeginTime());
+        }
         RowPlacement place;
         if (IsPlaced(lines[static_cast<std::size_t>(i)])) {
             const Position position = line.GetCaptionPosition();

@@ -42,6 +42,16 @@ std::string DecodeUtf8(std::string_view bytes) {
     std::string text;
     text.reserve(bytes.size());
     while (!bytes.empty()) {
+        std::size_t ascii = 0;
+        while (ascii < bytes.size() && static_cast<unsigned char>(bytes[ascii]) < 0x80 &&
+               bytes[ascii] != '\0') {
+            ++ascii;
+        }
+        if (ascii > 0) {
+            text.append(bytes.substr(0, ascii));
+            bytes.remove_prefix(ascii);
+            continue;
+        }
         const std::size_t length = ValidSequenceLength(bytes);
         if (length == 0) {
             AppendUtf8(text, kReplacementCharacter);

@@ -2,7 +2,7 @@
 
 #include "scc/SccTimecode.h"
 
-#include <cstdio>
+#include <iterator>
 
 namespace captionformats::scc {
 
@@ -47,22 +47,23 @@ std::optional<std::int64_t> SccTimeline::LatestFreeRun(std::int64_t endExclusive
 }
 
 std::string SccTimeline::ToScc(bool dropFrame) const {
+    static constexpr char kHexDigits[] = "0123456789abcdef";
     std::string text = "Scenarist_SCC V1.0\n";
-    std::int64_t expected = -1;
-    for (const auto& [frame, word] : words_) {
-        if (frame != expected) {
-            text += "\n" + FormatTimecode(frame, dropFrame) + '\t';
+    text.reserve(text.size() + words_.size() * 5);
+    for (auto word = words_.begin(); word != words_.end(); ++word) {
+        const auto previous = word == words_.begin() ? words_.end() : std::prev(word);
+        if (previous == words_.end() || previous->first + 1 != word->first) {
+            text += "\n" + FormatTimecode(word->first, dropFrame) + '\t';
         } else {
             text += ' ';
         }
-        char hex[5];
-        std::snprintf(hex, sizeof hex, "%04x", word);
-        text += hex;
-        const auto next = words_.find(frame + 1);
-        if (next == words_.end()) {
+        for (int shift = 12; shift >= 0; shift -= 4) {
+            text += kHexDigits[(word->second >> shift) & 0x0F];
+        }
+        const auto next = std::next(word);
+        if (next == words_.end() || next->first != word->first + 1) {
             text += '\n';
         }
-        expected = frame + 1;
     }
     return text;
 }

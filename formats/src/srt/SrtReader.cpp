@@ -19,7 +19,8 @@ bool IsBlank(std::string_view line) {
 }
 
 bool IsTiming(std::string_view line) {
-    return std::holds_alternative<srt::CueTiming>(srt::ParseCueTiming(line));
+    return line.find("-->") != std::string_view::npos &&
+           std::holds_alternative<srt::CueTiming>(srt::ParseCueTiming(line));
 }
 
 class SrtParse {

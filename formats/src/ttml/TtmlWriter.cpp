@@ -84,6 +84,8 @@ public:
             caption.GetCaptionType() != kCaptionType_None) {
             Lose("caption type dropped");
         }
+        // One paragraph per line, for people reading the file.
+        div_.append_child(pugi::node_pcdata).set_value("\n");
         pugi::xml_node p = div_.append_child("p");
         p.append_attribute("begin") = TimeText(caption.GetBeginTime()).c_str();
         p.append_attribute("end") = TimeText(caption.GetEndTime()).c_str();
@@ -111,11 +113,6 @@ public:
         std::ostringstream out;
         document_.save(out, "", pugi::format_raw);
         std::string text = out.str();
-        // One paragraph per line, for people reading the file.
-        for (std::size_t at = text.find("<p "); at != std::string::npos;
-             at = text.find("<p ", at + 2)) {
-            text.insert(at, "\n");
-        }
         return text + "\n";
     }
 

@@ -231,6 +231,27 @@ TEST(EbuStlRoundTrip, RandomSubtitlesSurviveWriteThenRead) {
     EXPECT_EQ(EbuStlWriter().Write(read.captions, {}).bytes, written.bytes);
 }
 
+TEST(EbuStlWriter, WritesThirtyFramesPerSecondAndRefusesOtherRates) {
+    std::mt19937 random(30);
+    const auto captions = RandomSubtitles(random, 20);
+    WriteOptions thirty;
+    thirty.framesPerSecond = 30;
+    const WriteResult written = EbuStlWriter().Write(captions, thirty);
+    EXPECT_EQ(written.bytes.substr(3, 8), "STL30.01");
+    const ReadResult read = EbuStlReader().Read(written.bytes, {});
+    ASSERT_EQ(read.captions.size(), captions.size());
+    for (std::size_t i = 0; i < captions.size(); ++i) {
+        // 25 fps frames fall on 30 fps frames only at whole fifths of a second.
+        const auto thirtieth = zelmediatypes::TickTime(zelmediatypes::kTicksPerSecond / 30);
+        EXPECT_EQ(read.captions[i]->GetBeginTime(),
+                  captions[i]->GetBeginTime().AlignToFrame(thirtieth));
+    }
+    WriteOptions twentyFour;
+    twentyFour.framesPerSecond = 24;
+    EXPECT_THAT(Messages(EbuStlWriter().Write(captions, twentyFour).errors),
+                ElementsAre("<input>: EBU STL runs at 25 or 30 frames per second, not 24"));
+}
+
 TEST(EbuStlWriter, SplitsLongTextIntoExtensionBlocksAndReportsLosses) {
     CaptionPtr caption(new Caption);
     caption->SetBeginTime(kFrame * 10 + zelmediatypes::TickTime(1));
@@ -249,7 +270,7 @@ TEST(EbuStlWriter, SplitsLongTextIntoExtensionBlocksAndReportsLosses) {
     EXPECT_THAT(Messages(written.warnings),
                 ElementsAre(HasSubstr("bold dropped in 1 caption"),
                             HasSubstr("characters outside ISO 6937 written as '?'"),
-                            HasSubstr("times rounded down to 25 fps frames")));
+                            HasSubstr("times rounded down to frames")));
     const ReadResult read = EbuStlReader().Read(written.bytes, {});
     ASSERT_EQ(read.captions.size(), 1u);
     EXPECT_EQ(Text(*read.captions[0]), std::string(150, 'x') + "?");

@@ -12,6 +12,8 @@ struct WriteOptions {
     std::string fileName;
     // Time codes of frame-based formats (SCC): drop-frame (';') or non-drop (':').
     bool dropFrameTimecode = true;
+    // Frames per second of EBU STL: 25 or 30 (SCC always runs at 29.97).
+    int framesPerSecond = 25;
 };
 
 // Turns captions into a file's bytes, reporting as warnings what the format

@@ -4,7 +4,8 @@
 
 namespace captionformats {
 
-// EBU STL (Tech 3264) at 25 fps for teletext level 1 (STL25.01, code table 00):
+// EBU STL (Tech 3264) at 25 or 30 fps (STL25.01, STL30.01) for teletext level 1
+// (code table 00):
 // a GSI block, then one TTI block per subtitle (extension blocks when its text
 // needs them). Lines stay on their rows (double height when two rows apart,
 // as teletext subtitles usually are), justified by their alignment; text

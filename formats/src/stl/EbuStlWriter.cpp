@@ -16,10 +16,7 @@ using zelmediatypes::TickTime;
 
 namespace {
 
-constexpr int kFramesPerSecond = 25;
-constexpr std::int64_t kMaxFrame = 24LL * 3600 * kFramesPerSecond - 1;
 constexpr std::size_t kMaxBlocksPerSubtitle = 0xF0; // extension numbers 00h-EFh, then FFh
-const TickTime kFrame{zelmediatypes::kTicksPerSecond / kFramesPerSecond};
 
 void PutText(std::string& block, std::size_t offset, std::size_t size, const std::string& text) {
     block.replace(offset, std::min(size, text.size()), text.substr(0, size));
@@ -38,8 +35,11 @@ struct Frames {
 
 class StlBuilder {
 public:
-    explicit StlBuilder(LossReport& losses)
-        : losses_(losses) {}
+    StlBuilder(LossReport& losses, int framesPerSecond)
+        : losses_(losses)
+        , framesPerSecond_(framesPerSecond)
+        , frame_(zelmediatypes::kTicksPerSecond / framesPerSecond)
+        , maxFrame_(24LL * 3600 * framesPerSecond - 1) {}
 
     void Add(const Caption& caption, std::size_t index) {
         index_ = index;
@@ -78,7 +78,7 @@ public:
     std::string Bytes() const {
         std::string gsi(kGsiSize, ' ');
         PutText(gsi, 0, 3, "850");
-        PutText(gsi, 3, 8, "STL25.01");
+        PutText(gsi, 3, 8, framesPerSecond_ == 30 ? "STL30.01" : "STL25.01");
         PutText(gsi, 11, 1, "1");
         PutText(gsi, 12, 2, "00");
         PutText(gsi, 14, 2, "00");
@@ -102,20 +102,20 @@ private:
     void Lose(const std::string& what) { losses_.Note(what, index_, begin_); }
 
     std::int64_t FrameOf(TickTime time) {
-        const std::int64_t frame = std::max<std::int64_t>(time.GetTicks(), 0) / kFrame.GetTicks();
-        if (kFrame * frame != time) {
-            Lose("times rounded down to 25 fps frames");
+        const std::int64_t frame = std::max<std::int64_t>(time.GetTicks(), 0) / frame_.GetTicks();
+        if (frame_ * frame != time) {
+            Lose("times rounded down to frames");
         }
-        if (frame > kMaxFrame) {
-            Lose("times past 23:59:59:24 written as 23:59:59:24");
+        if (frame > maxFrame_) {
+            Lose("times past the last frame of the day written as that frame");
         }
-        return std::min(frame, kMaxFrame);
+        return std::min(frame, maxFrame_);
     }
 
-    static std::string TimecodeText(std::int64_t frame) {
-        const std::int64_t seconds = frame / kFramesPerSecond;
+    std::string TimecodeText(std::int64_t frame) const {
+        const std::int64_t seconds = frame / framesPerSecond_;
         return Digits(seconds / 3600, 2) + Digits(seconds / 60 % 60, 2) + Digits(seconds % 60, 2) +
-               Digits(frame % kFramesPerSecond, 2);
+               Digits(frame % framesPerSecond_, 2);
     }
 
     // The row of the first line; `doubleHeight` when lines stand two rows apart.
@@ -197,12 +197,12 @@ private:
             block[3] = static_cast<char>(b + 1 == count ? kLastExtensionBlock : b);
             for (const auto& [offset, frame] :
                  {std::pair{5, frames.in}, std::pair{9, frames.out}}) {
-                const std::int64_t seconds = frame / kFramesPerSecond;
+                const std::int64_t seconds = frame / framesPerSecond_;
                 block[static_cast<std::size_t>(offset)] = static_cast<char>(seconds / 3600);
                 block[static_cast<std::size_t>(offset) + 1] = static_cast<char>(seconds / 60 % 60);
                 block[static_cast<std::size_t>(offset) + 2] = static_cast<char>(seconds % 60);
                 block[static_cast<std::size_t>(offset) + 3] =
-                    static_cast<char>(frame % kFramesPerSecond);
+                    static_cast<char>(frame % framesPerSecond_);
             }
             block[13] = static_cast<char>(verticalPosition);
             block[14] = static_cast<char>(justification);
@@ -216,6 +216,9 @@ private:
     }
 
     LossReport& losses_;
+    int framesPerSecond_;
+    TickTime frame_;
+    std::int64_t maxFrame_;
     std::string blocks_;
     std::int64_t subtitles_ = 0;
     std::int64_t firstFrame_ = 0;
@@ -228,13 +231,19 @@ private:
 WriteResult EbuStlWriter::Write(const std::vector<CaptionPtr>& captions,
                                 const WriteOptions& options) const {
     DiagnosticLog log(options.fileName);
+    WriteResult result;
+    if (options.framesPerSecond != 25 && options.framesPerSecond != 30) {
+        log.Fail({}, "EBU STL runs at 25 or 30 frames per second, not " +
+                         std::to_string(options.framesPerSecond));
+        log.TakeInto(result);
+        return result;
+    }
     LossReport losses;
-    StlBuilder builder(losses);
+    StlBuilder builder(losses, options.framesPerSecond);
     const auto sorted = SortedByBegin(captions);
     for (std::size_t index = 0; index < sorted.size(); ++index) {
         builder.Add(*sorted[index], index);
     }
-    WriteResult result;
     result.bytes = builder.Bytes();
     losses.ReportInto(log);
     log.TakeInto(result);

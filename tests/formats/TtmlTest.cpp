@@ -176,6 +176,21 @@ TEST(TtmlReader, LocatesXmlErrorsAndReportsWhatItSkips) {
                             "in.ttml:4:1: paragraph without an end skipped"));
 }
 
+TEST(TtmlReader, SkipsNestingDeeperThanItFollows) {
+    std::string open;
+    std::string close;
+    for (int i = 0; i < 100000; ++i) {
+        open += "<span>";
+        close += "</span>";
+    }
+    const ReadResult result = ReadTtml("<tt><body><div><p begin=\"1s\" end=\"2s\">a<span>b</span>" +
+                                       open + "deep" + close + "</p></div></body></tt>");
+    ASSERT_EQ(result.captions.size(), 1u);
+    EXPECT_THAT(test::LinesOf(*result.captions[0]), ElementsAre("ab"));
+    EXPECT_THAT(Messages(result.warnings),
+                ElementsAre(HasSubstr("elements nested deeper than 64 levels skipped")));
+}
+
 TEST(TtmlRoundTrip, RandomCaptionsSurviveWriteThenRead) {
     test::CaptionCapabilities ttml;
     ttml.bold = ttml.italic = ttml.underline = true;

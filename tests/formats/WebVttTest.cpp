@@ -146,6 +146,18 @@ TEST(WebVttReader, RejectsAFileWithoutTheSignatureNamingWhere) {
     }
 }
 
+TEST(WebVttReader, IgnoresNestingDeeperThanItFollows) {
+    std::string tags;
+    for (int i = 0; i < 100000; ++i) {
+        tags += "<b>";
+    }
+    const ReadResult result = ReadVtt("WEBVTT\n\n00:01.000 --> 00:02.000\n" + tags + "deep\n");
+    ASSERT_EQ(result.captions.size(), 1u);
+    EXPECT_THAT(test::LinesOf(*result.captions[0]), ElementsAre("deep"));
+    EXPECT_THAT(Messages(result.warnings).front(),
+                HasSubstr("tags nested deeper than 64 levels ignored"));
+}
+
 TEST(WebVttRoundTrip, RandomCaptionsSurviveWriteThenRead) {
     test::CaptionCapabilities vtt;
     vtt.bold = vtt.italic = vtt.underline = true;

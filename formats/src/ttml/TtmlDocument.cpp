@@ -105,7 +105,7 @@ TtmlDocument::TtmlDocument(std::string_view bytes, DiagnosticLog& log)
     }
     for (const pugi::xml_node& child : root.children()) {
         if (LocalNameOf(child) == "body") {
-            Visit(child, context);
+            Visit(child, context, 1);
         }
     }
 }
@@ -262,7 +262,19 @@ TtmlDocument::Context TtmlDocument::Enter(const pugi::xml_node& element, const C
     return context;
 }
 
-void TtmlDocument::Visit(const pugi::xml_node& container, const Context& parent) {
+bool TtmlDocument::WithinDepth(const pugi::xml_node& element, int depth) {
+    if (depth <= kMaxDepth) {
+        return true;
+    }
+    log_.Warn(Where(element),
+              "elements nested deeper than " + std::to_string(kMaxDepth) + " levels skipped");
+    return false;
+}
+
+void TtmlDocument::Visit(const pugi::xml_node& container, const Context& parent, int depth) {
+    if (!WithinDepth(container, depth)) {
+        return;
+    }
     const Context context = Enter(container, parent);
     for (const pugi::xml_node& child : container.children()) {
         if (child.type() != pugi::node_element) {
@@ -270,17 +282,20 @@ void TtmlDocument::Visit(const pugi::xml_node& container, const Context& parent)
         }
         const std::string_view name = LocalNameOf(child);
         if (name == "div") {
-            Visit(child, context);
+            Visit(child, context, depth + 1);
         } else if (name == "p") {
-            ReadParagraph(child, context);
+            ReadParagraph(child, context, depth + 1);
         } else if (name != "metadata") {
             log_.Warn(Where(child), "<" + std::string(child.name()) + "> skipped");
         }
     }
 }
 
-void TtmlDocument::CollectText(const pugi::xml_node& element, const TtmlStyle& style,
-                               Lines& lines) {
+void TtmlDocument::CollectText(const pugi::xml_node& element, const TtmlStyle& style, Lines& lines,
+                               int depth) {
+    if (!WithinDepth(element, depth)) {
+        return;
+    }
     for (const pugi::xml_node& child : element.children()) {
         if (child.type() == pugi::node_pcdata || child.type() == pugi::node_cdata) {
             lines.back().push_back({child.value(), style});
@@ -298,14 +313,15 @@ void TtmlDocument::CollectText(const pugi::xml_node& element, const TtmlStyle& s
                 log_.Warn(Where(child),
                           "span timing ignored (the span shows for its paragraph's time)");
             }
-            CollectText(child, Computed(child, style), lines);
+            CollectText(child, Computed(child, style), lines, depth + 1);
         } else if (name != "metadata") {
             log_.Warn(Where(child), "<" + std::string(child.name()) + "> in a paragraph skipped");
         }
     }
 }
 
-void TtmlDocument::ReadParagraph(const pugi::xml_node& paragraph, const Context& parent) {
+void TtmlDocument::ReadParagraph(const pugi::xml_node& paragraph, const Context& parent,
+                                 int depth) {
     Context context = Enter(paragraph, parent);
     const auto region = regions_.find(context.region);
     const bool hasRegion = region != regions_.end();
@@ -319,7 +335,7 @@ void TtmlDocument::ReadParagraph(const pugi::xml_node& paragraph, const Context&
     TtmlStyle style = hasRegion ? region->second : TtmlStyle();
     style.MergeFrom(context.style);
     Lines lines(1);
-    CollectText(paragraph, style, lines);
+    CollectText(paragraph, style, lines, depth);
     const char* space = Attribute(paragraph, TtmlNames::Space::kXml, "space");
     if (space == nullptr || std::strcmp(space, "preserve") != 0) {
         std::vector<std::vector<std::pair<std::string, TtmlStyle>>> texts;

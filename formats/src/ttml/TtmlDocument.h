@@ -48,9 +48,14 @@ private:
     std::optional<zelmediatypes::TickTime> Time(const pugi::xml_node& element,
                                                 const char* attribute);
     Context Enter(const pugi::xml_node& element, const Context& parent);
-    void Visit(const pugi::xml_node& container, const Context& parent);
-    void ReadParagraph(const pugi::xml_node& paragraph, const Context& parent);
-    void CollectText(const pugi::xml_node& element, const TtmlStyle& style, Lines& lines);
+    // Elements nest at most kMaxDepth deep (deeper ones are skipped with a
+    // warning), so a hostile file cannot exhaust the stack.
+    static constexpr int kMaxDepth = 64;
+    bool WithinDepth(const pugi::xml_node& element, int depth);
+    void Visit(const pugi::xml_node& container, const Context& parent, int depth);
+    void ReadParagraph(const pugi::xml_node& paragraph, const Context& parent, int depth);
+    void CollectText(const pugi::xml_node& element, const TtmlStyle& style, Lines& lines,
+                     int depth);
 
     DiagnosticLog& log_;
     std::vector<std::size_t> lineStarts_;

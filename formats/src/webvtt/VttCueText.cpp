@@ -41,14 +41,15 @@ bool IsKnownElement(std::string_view name) {
 
 } // namespace
 
-SourceLocation VttCueText::Here() const {
-    const std::string_view before = text_.substr(0, tokenStart_);
-    const std::size_t lineStart = before.rfind('\n');
-    const auto newlines =
-        static_cast<std::uint64_t>(std::count(before.begin(), before.end(), '\n'));
-    const std::size_t column =
-        lineStart == std::string_view::npos ? tokenStart_ : tokenStart_ - lineStart - 1;
-    return SourceLocation::AtLine(firstLineNumber_ + newlines, column + 1);
+SourceLocation VttCueText::Here() {
+    // Tokens only move forward, so the line count carries on from the last call.
+    for (; scannedTo_ < tokenStart_; ++scannedTo_) {
+        if (text_[scannedTo_] == '\n') {
+            ++scannedLines_;
+            lineStart_ = scannedTo_ + 1;
+        }
+    }
+    return SourceLocation::AtLine(firstLineNumber_ + scannedLines_, tokenStart_ - lineStart_ + 1);
 }
 
 VttCueText::Token VttCueText::NextToken() {
@@ -206,6 +207,14 @@ void VttCueText::StartElement(Token token) {
     } else if (token.value == "v" && !token.annotation.empty()) {
         log_.Warn(Here(), "voice \"" + token.annotation + "\" dropped (its text is kept)");
     }
+    if (open_.size() >= kMaxOpenElements) {
+        if (!reportedDepth_) {
+            log_.Warn(Here(), "tags nested deeper than " + std::to_string(kMaxOpenElements) +
+                                  " levels ignored");
+            reportedDepth_ = true;
+        }
+        return;
+    }
     open_.push_back({std::move(token.value), std::move(token.classes)});
 }
 
@@ -227,6 +236,10 @@ void VttCueText::EndElement(const std::string& name) {
 void VttCueText::Parse(std::string_view text) {
     text_ = text;
     position_ = 0;
+    scannedTo_ = 0;
+    scannedLines_ = 0;
+    lineStart_ = 0;
+    reportedDepth_ = false;
     open_.clear();
     bool rubyReported = false;
     bool timestampReported = false;

@@ -25,6 +25,9 @@ public:
     void Parse(std::string_view text);
 
 private:
+    // Deeper nesting is ignored, which keeps the work per character bounded.
+    static constexpr std::size_t kMaxOpenElements = 64;
+
     struct Token {
         enum class Kind { kText, kStartTag, kEndTag, kTimestamp } kind = Kind::kText;
         std::string value; // the text, or the tag name or timestamp
@@ -41,7 +44,7 @@ private:
     void StartElement(Token token);
     void EndElement(const std::string& name);
     zelcaptioning::TextSpanAttributes CurrentAttributes() const;
-    SourceLocation Here() const;
+    SourceLocation Here();
 
     CaptionTextBuilder& builder_;
     DiagnosticLog& log_;
@@ -49,6 +52,10 @@ private:
     std::string_view text_;
     std::size_t position_ = 0;
     std::size_t tokenStart_ = 0;
+    std::size_t scannedTo_ = 0;
+    std::uint64_t scannedLines_ = 0;
+    std::size_t lineStart_ = 0;
+    bool reportedDepth_ = false;
     std::vector<OpenElement> open_;
 };
 

@@ -8,9 +8,13 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <boost/property_tree/json_parser.hpp>
 #include <boost/property_tree/ptree.hpp>
 
+#include <algorithm>
+#include <cstring>
 #include <sstream>
+#include <tuple>
 
 namespace {
 
@@ -262,6 +266,100 @@ TEST(SccReader, AgreesWithCaptionInspectorOnAWholeProgramme) {
         ++index;
     }
     EXPECT_EQ(index, result.captions.size());
+}
+
+// A screen as rows of (row from 0, column, text), the shape of GStreamer's
+// cea608tojson events; its glyphs for 27h, 12h 2Dh, 13h 3Ch-3Fh and the
+// registered and copyright signs differ from ours, so both sides map them.
+using Screen = std::vector<std::tuple<int, int, std::string>>;
+
+std::string CommonGlyphs(std::string text) {
+    const std::pair<const char*, const char*> glyphs[] = {
+        {"\u2019", "'"},      {"\u00a6", "|"},      {"\u2022", "x"},
+        {"\u00ae", "\u24c7"}, {"\u00a9", "\u24b8"}, {"\u250c", "x"},
+        {"\u2510", "x"},      {"\u2514", "x"},      {"\u2518", "x"}};
+    for (const auto& [from, to] : glyphs) {
+        for (std::size_t at = text.find(from); at != std::string::npos; at = text.find(from, at)) {
+            text.replace(at, std::strlen(from), to);
+            at += std::strlen(to);
+        }
+    }
+    return text;
+}
+
+// Every screen of the concatenated JSON objects, in order.
+std::vector<Screen> GstreamerScreens(const std::string& json) {
+    std::vector<Screen> screens;
+    int depth = 0;
+    bool inString = false;
+    std::size_t start = 0;
+    for (std::size_t i = 0; i < json.size(); ++i) {
+        const char c = json[i];
+        if (inString) {
+            i += c == '\\' ? 1 : 0;
+            inString = c != '"';
+        } else if (c == '"') {
+            inString = true;
+        } else if (c == '{' && depth++ == 0) {
+            start = i;
+        } else if (c == '}' && --depth == 0) {
+            std::istringstream object(json.substr(start, i + 1 - start));
+            boost::property_tree::ptree event;
+            boost::property_tree::read_json(object, event);
+            Screen screen;
+            for (const auto& [unused, line] : event.get_child("lines")) {
+                std::string text;
+                for (const auto& [unusedKey, chunk] : line.get_child("chunks")) {
+                    text += chunk.get<std::string>("text");
+                }
+                screen.emplace_back(line.get<int>("row"), line.get<int>("column"),
+                                    CommonGlyphs(text));
+            }
+            std::sort(screen.begin(), screen.end());
+            screens.push_back(screen);
+        }
+    }
+    return screens;
+}
+
+// GStreamer's decode of a broadcast test stream: every pop-on caption we
+// decode is one of its screens, in order, but for two we know to differ: a
+// row that runs past column 32 (we keep its text whole; it overwrites the last
+// column) and the transparent space (we show a space; it shows nothing).
+TEST(SccReader, AgreesWithGstreamerOnTheAllFeaturesStreamsPopOnCaptions) {
+    SKIP_WITHOUT_SAMPLES();
+    const auto folder = test::SamplesDir() / "scc/gst-608-all-features";
+    const ReadResult result = ReadSample(folder / "608-all-features.scc");
+    const std::vector<Screen> screens =
+        GstreamerScreens(test::ReadBytes(folder / "608-all-features-unbuffered.json"));
+    ASSERT_GT(screens.size(), 600u);
+    std::size_t next = 0;
+    std::vector<std::size_t> unmatched;
+    std::size_t popOn = 0;
+    for (std::size_t i = 0; i < result.captions.size(); ++i) {
+        const Caption& caption = *result.captions[i];
+        if (caption.GetCaptionType() != kCaptionType_PopOn) {
+            continue;
+        }
+        ++popOn;
+        Screen ours;
+        for (std::uint64_t p = 0; p < caption.GetNumParagraphs(); ++p) {
+            const auto line = caption.GetCaptionTextParagraph(p);
+            const Position position = line->GetCaptionPosition();
+            ours.emplace_back(static_cast<int>(ValueWithScale(position.GetY(), 15, true)),
+                              static_cast<int>(ValueWithScale(position.GetX(), 32, true)),
+                              CommonGlyphs(zelcore::ToUTF8(line->GetText())));
+        }
+        const auto match =
+            std::find(screens.begin() + static_cast<std::ptrdiff_t>(next), screens.end(), ours);
+        if (match == screens.end()) {
+            unmatched.push_back(i);
+        } else {
+            next = static_cast<std::size_t>(match - screens.begin());
+        }
+    }
+    EXPECT_EQ(popOn, 64u);
+    EXPECT_THAT(unmatched, ::testing::ElementsAre(0u, 4u));
 }
 
 // Samples without expectations load, with captions and without errors.

@@ -1,0 +1,38 @@
+#pragma once
+
+#include "zelcaptioning/Caption.h"
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace captionformats {
+
+// Gathers a caption's text as it is parsed: runs of UTF-8 text with their
+// attributes, line by line. Adjacent runs with equal attributes join into one
+// span, so a reader's paragraphs come out packed.
+class CaptionTextBuilder {
+public:
+    void Append(std::string_view utf8, const zelcaptioning::TextSpanAttributes& attributes);
+    void BreakLine();
+    bool IsEmpty() const;
+
+    // The lines as paragraphs, each with `style` and unplaced; an empty line
+    // becomes a paragraph without spans. Leaves the builder empty.
+    std::vector<zelcaptioning::CaptionTextParagraphPtr>
+    TakeParagraphs(const zelcaptioning::ParagraphStyleAttributes& style);
+
+private:
+    struct Run {
+        std::string utf8;
+        zelcaptioning::TextSpanAttributes attributes;
+    };
+    std::vector<std::vector<Run>> lines_{1};
+};
+
+zelcaptioning::CaptionPtr
+MakeCaption(zelmediatypes::TickTime begin, zelmediatypes::TickTime end,
+            zelcaptioning::CaptionType type,
+            const std::vector<zelcaptioning::CaptionTextParagraphPtr>& paragraphs);
+
+} // namespace captionformats

@@ -1,0 +1,58 @@
+#include "common/LossReport.h"
+
+#include "common/ClockText.h"
+
+namespace captionformats {
+
+using zelcaptioning::TextSpanAttributes;
+
+void LossReport::Note(const std::string& what, std::size_t captionIndex,
+                      zelmediatypes::TickTime begin) {
+    auto [it, inserted] = losses_.try_emplace(what);
+    Occurrences& occurrences = it->second;
+    if (inserted) {
+        occurrences = {1, captionIndex, captionIndex, begin};
+    } else if (occurrences.lastCaptionIndex != captionIndex) {
+        ++occurrences.captions;
+        occurrences.lastCaptionIndex = captionIndex;
+    }
+}
+
+void LossReport::NoteSpanLosses(const TextSpanAttributes& attributes, const SpanCapabilities& kept,
+                                std::size_t captionIndex, zelmediatypes::TickTime begin) {
+    const TextSpanAttributes defaults;
+    auto note = [&](bool isKept, bool differs, const char* what) {
+        if (!isKept && differs) {
+            Note(what, captionIndex, begin);
+        }
+    };
+    note(kept.bold, attributes.IsBolded(), "bold dropped");
+    note(kept.italic, attributes.IsItalicized(), "italics dropped");
+    note(kept.underline, attributes.IsUnderlined(), "underline dropped");
+    const zelcaptioning::CaptioningColor& text = attributes.textColor;
+    const zelcaptioning::CaptioningColor& defaultText = defaults.textColor;
+    note(kept.textColor,
+         text.red != defaultText.red || text.green != defaultText.green ||
+             text.blue != defaultText.blue,
+         "text colour dropped");
+    note(kept.textOpacity, text.alpha != defaultText.alpha, "text opacity dropped");
+    note(kept.backgroundColor, attributes.backgroundColor != defaults.backgroundColor,
+         "background colour dropped");
+    note(kept.fontName, attributes.GetFontName() != defaults.GetFontName(), "font name dropped");
+    note(kept.fontSize, attributes.GetFontSize() != defaults.GetFontSize(), "font size dropped");
+    note(kept.edge,
+         attributes.GetTextEdge() != defaults.GetTextEdge() ||
+             attributes.edgeColor != defaults.edgeColor || attributes.edgeWidth != 0.0f,
+         "text edge dropped");
+}
+
+void LossReport::ReportInto(DiagnosticLog& log) const {
+    for (const auto& [what, occurrences] : losses_) {
+        log.Warn({}, what + " in " + std::to_string(occurrences.captions) +
+                         (occurrences.captions == 1 ? " caption" : " captions") +
+                         " (first: caption " + std::to_string(occurrences.firstCaptionIndex + 1) +
+                         " at " + FormatClockMilliseconds(occurrences.firstBegin, '.') + ")");
+    }
+}
+
+} // namespace captionformats

@@ -1,0 +1,239 @@
+#include "scc/Cea608Decoder.h"
+
+#include "scc/Cea608Characters.h"
+
+#include <algorithm>
+
+namespace captionformats::cea608 {
+
+using namespace zelcaptioning;
+
+void Cea608Decoder::WarnOnce(bool& reported, const SourceLocation& where,
+                             const std::string& message) {
+    if (!reported) {
+        log_.Warn(where, message);
+        reported = true;
+    }
+}
+
+void Cea608Decoder::Feed(std::uint8_t first, std::uint8_t second, std::int64_t frame,
+                         const SourceLocation& where) {
+    if (!HasOddParity(first) || !HasOddParity(second)) {
+        WarnOnce(reportedParity_, where,
+                 "parity errors: the bytes are decoded without their parity bit");
+    }
+    const Code code = ClassifyPair(first, second);
+    if (code.IsControl()) {
+        const std::pair pair{code.first, code.second};
+        if (lastControl_ == pair) {
+            lastControl_.reset(); // the repeat of a doubled code
+            return;
+        }
+        lastControl_ = pair;
+    } else {
+        lastControl_.reset(); // a repeat must follow in the very next pair
+    }
+    Execute(code, frame, where);
+}
+
+void Cea608Decoder::Execute(const Code& code, std::int64_t frame, const SourceLocation& where) {
+    if (code.IsControl()) {
+        const bool fieldTwo = code.kind == Code::Kind::kOtherChannelControl && code.channel == 1;
+        dataChannel_ = fieldTwo ? 0 : code.channel;
+    }
+    if (code.kind == Code::Kind::kOtherChannelControl || dataChannel_ != 1) {
+        if (dataChannel_ == 2) {
+            WarnOnce(reportedChannel2_, where, "data channel 2 (CC2) skipped");
+        } else if (code.kind != Code::Kind::kPadding) {
+            WarnOnce(reportedField2_, where, "field 2 codes (CC3, CC4) skipped");
+        }
+        return;
+    }
+    if (mode_ == Mode::kText && code.kind != Code::Kind::kCommand &&
+        code.kind != Code::Kind::kPadding) {
+        return; // text mode data is not captions
+    }
+    switch (code.kind) {
+    case Code::Kind::kPadding:
+        break;
+    case Code::Kind::kCharacters:
+        for (std::uint8_t byte : {code.first, code.second}) {
+            if (byte >= 0x20) {
+                WriteCharacter(BasicCharacter(byte), where);
+            }
+        }
+        break;
+    case Code::Kind::kCommand:
+        ExecuteCommand(code.command, frame, where);
+        break;
+    case Code::Kind::kTabOffset:
+        cursorColumn_ += code.tabColumns;
+        break;
+    case Code::Kind::kPreambleAddress:
+        if (mode_ == Mode::kPaintOn) {
+            CloseCaption(frame);
+            OpenCaption(frame);
+        }
+        PlaceCursor(code);
+        break;
+    case Code::Kind::kMidRow:
+        ApplyMidRow(code.style);
+        WriteCharacter(U' ', where);
+        break;
+    case Code::Kind::kBackground:
+        style_.backgroundColor = code.background;
+        break;
+    case Code::Kind::kSpecialCharacter:
+        WriteCharacter(code.character, where);
+        break;
+    case Code::Kind::kExtendedCharacter:
+        cursorColumn_ = std::max(0, cursorColumn_ - 1);
+        WriteCharacter(code.character, where);
+        break;
+    case Code::Kind::kOtherChannelControl:
+        break;
+    case Code::Kind::kUnknown:
+        log_.Warn(where, "unknown code pair skipped");
+        break;
+    }
+}
+
+void Cea608Decoder::ExecuteCommand(Command command, std::int64_t frame,
+                                   const SourceLocation& where) {
+    switch (command) {
+    case Command::kResumeCaptionLoading:
+        mode_ = Mode::kPopOn;
+        break;
+    case Command::kRollUp2:
+    case Command::kRollUp3:
+    case Command::kRollUp4:
+        StartRollUp(static_cast<int>(command) - static_cast<int>(Command::kRollUp2) + 2, frame);
+        break;
+    case Command::kResumeDirectCaptioning:
+        mode_ = Mode::kPaintOn;
+        break;
+    case Command::kTextRestart:
+    case Command::kResumeTextDisplay:
+        mode_ = Mode::kText;
+        WarnOnce(reportedTextMode_, where, "text mode data skipped");
+        break;
+    case Command::kBackspace:
+        if (cursorColumn_ > 0) {
+            --cursorColumn_;
+            Target().Erase(cursorRow_, cursorColumn_);
+        }
+        break;
+    case Command::kDeleteToEndOfRow:
+        Target().EraseFrom(cursorRow_, cursorColumn_);
+        break;
+    case Command::kFlashOn:
+        WarnOnce(reportedFlash_, where, "flashing text shown steady");
+        break;
+    case Command::kAlarmOff:
+    case Command::kAlarmOn:
+        break;
+    case Command::kEraseDisplayedMemory:
+        CloseCaption(frame);
+        displayed_.Clear();
+        OpenCaption(frame);
+        break;
+    case Command::kEraseNonDisplayedMemory:
+        nonDisplayed_.Clear();
+        break;
+    case Command::kCarriageReturn:
+        if (mode_ == Mode::kRollUp) {
+            CloseCaption(frame);
+            displayed_.RollUp(baseRow_ - rollUpDepth_ + 1, baseRow_);
+            OpenCaption(frame);
+            cursorRow_ = baseRow_;
+            cursorColumn_ = 0;
+        }
+        break;
+    case Command::kEndOfCaption:
+        CloseCaption(frame);
+        mode_ = Mode::kPopOn;
+        std::swap(displayed_, nonDisplayed_);
+        OpenCaption(frame);
+        break;
+    }
+}
+
+void Cea608Decoder::StartRollUp(int depth, std::int64_t frame) {
+    if (mode_ != Mode::kRollUp) {
+        CloseCaption(frame);
+        displayed_.Clear();
+        nonDisplayed_.Clear();
+        OpenCaption(frame);
+        baseRow_ = CaptionMemory::kRows;
+        cursorRow_ = baseRow_;
+        cursorColumn_ = 0;
+    }
+    mode_ = Mode::kRollUp;
+    rollUpDepth_ = depth;
+}
+
+void Cea608Decoder::PlaceCursor(const Code& code) {
+    int row = code.row;
+    if (mode_ == Mode::kRollUp) {
+        row = std::max(row, rollUpDepth_);
+        if (row != baseRow_) {
+            displayed_.MoveWindow(baseRow_, row, rollUpDepth_);
+            baseRow_ = row;
+        }
+    }
+    cursorRow_ = row;
+    cursorColumn_ = code.column;
+    style_ = TextSpanAttributes();
+    style_.textColor = code.style.color.value_or(kCaptioningColor_White);
+    style_.SetItalicized(code.style.italic);
+    style_.SetUnderlined(code.style.underline);
+}
+
+void Cea608Decoder::ApplyMidRow(const CodeStyle& style) {
+    if (style.color) {
+        style_.textColor = *style.color;
+        style_.SetItalicized(false);
+    } else {
+        style_.SetItalicized(style.italic);
+    }
+    style_.SetUnderlined(style.underline);
+}
+
+void Cea608Decoder::WriteCharacter(char32_t character, const SourceLocation& where) {
+    if (cursorColumn_ >= CaptionMemory::kColumns) {
+        WarnOnce(reportedOverflow_, where, "a row runs past column 32; its text is kept whole");
+    }
+    Target().Write(cursorRow_, cursorColumn_, {character, style_});
+    ++cursorColumn_;
+}
+
+CaptionType Cea608Decoder::CurrentType() const {
+    switch (mode_) {
+    case Mode::kRollUp:
+        return static_cast<CaptionType>(kCaptionType_RollUp2 + rollUpDepth_ - 2);
+    case Mode::kPaintOn:
+        return kCaptionType_PaintOn;
+    case Mode::kPopOn:
+    case Mode::kText:
+        break;
+    }
+    return kCaptionType_PopOn;
+}
+
+void Cea608Decoder::CloseCaption(std::int64_t frame) {
+    if (open_ && !displayed_.IsEmpty() && frame > open_->first) {
+        captions_.push_back({open_->first, frame, open_->second, displayed_.ToParagraphs()});
+    }
+    open_.reset();
+}
+
+void Cea608Decoder::OpenCaption(std::int64_t frame) {
+    open_ = {frame, CurrentType()};
+}
+
+std::vector<DecodedCaption> Cea608Decoder::Finish(std::int64_t endFrame) {
+    CloseCaption(endFrame);
+    return std::move(captions_);
+}
+
+} // namespace captionformats::cea608

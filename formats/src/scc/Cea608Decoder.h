@@ -1,0 +1,80 @@
+#pragma once
+
+#include "common/DiagnosticLog.h"
+#include "scc/Cea608Code.h"
+#include "scc/Cea608Screen.h"
+
+#include "zelcaptioning/Caption.h"
+
+#include <cstdint>
+#include <optional>
+#include <vector>
+
+namespace captionformats::cea608 {
+
+// A caption as the decoder saw it, timed in frames.
+struct DecodedCaption {
+    std::int64_t beginFrame = 0;
+    std::int64_t endFrame = 0;
+    zelcaptioning::CaptionType type = zelcaptioning::kCaptionType_PopOn;
+    std::vector<zelcaptioning::CaptionTextParagraphPtr> paragraphs;
+};
+
+// The CEA-608 display model for data channel 1 (CC1): displayed and
+// non-displayed memory, pop-on, roll-up and paint-on modes, the cursor and the
+// current style. A caption begins at each display event (EOC, EDM, a roll-up
+// CR, a paint-on preamble address code, a change of mode that erases the
+// screen) and holds what the screen shows just before the next one; an empty
+// screen makes no caption. The repeat of a control code sent twice is ignored.
+// Data of channel 2, of field 2 and of text mode is skipped with a warning; a
+// parity error is reported once and the byte decoded without its parity bit.
+class Cea608Decoder {
+public:
+    explicit Cea608Decoder(DiagnosticLog& log)
+        : log_(log) {}
+
+    // One byte pair, with parity bits, shown at `frame`.
+    void Feed(std::uint8_t first, std::uint8_t second, std::int64_t frame,
+              const SourceLocation& where);
+
+    // Ends a caption still on screen at `endFrame` and returns every caption.
+    std::vector<DecodedCaption> Finish(std::int64_t endFrame);
+
+private:
+    enum class Mode { kPopOn, kRollUp, kPaintOn, kText };
+
+    void Execute(const Code& code, std::int64_t frame, const SourceLocation& where);
+    void ExecuteCommand(Command command, std::int64_t frame, const SourceLocation& where);
+    void PlaceCursor(const Code& code);
+    void ApplyMidRow(const CodeStyle& style);
+    void WriteCharacter(char32_t character, const SourceLocation& where);
+    void StartRollUp(int depth, std::int64_t frame);
+
+    void CloseCaption(std::int64_t frame);
+    void OpenCaption(std::int64_t frame);
+    zelcaptioning::CaptionType CurrentType() const;
+    CaptionMemory& Target() { return mode_ == Mode::kPopOn ? nonDisplayed_ : displayed_; }
+    void WarnOnce(bool& reported, const SourceLocation& where, const std::string& message);
+
+    DiagnosticLog& log_;
+    CaptionMemory displayed_;
+    CaptionMemory nonDisplayed_;
+    Mode mode_ = Mode::kPopOn;
+    int rollUpDepth_ = 2;
+    int baseRow_ = CaptionMemory::kRows;
+    int cursorRow_ = CaptionMemory::kRows;
+    int cursorColumn_ = 0;
+    zelcaptioning::TextSpanAttributes style_;
+    int dataChannel_ = 1; // 0: field 2
+    std::optional<std::pair<std::uint8_t, std::uint8_t>> lastControl_;
+    std::optional<std::pair<std::int64_t, zelcaptioning::CaptionType>> open_;
+    std::vector<DecodedCaption> captions_;
+    bool reportedChannel2_ = false;
+    bool reportedField2_ = false;
+    bool reportedTextMode_ = false;
+    bool reportedFlash_ = false;
+    bool reportedOverflow_ = false;
+    bool reportedParity_ = false;
+};
+
+} // namespace captionformats::cea608

@@ -1,0 +1,110 @@
+#include "scc/Cea608Screen.h"
+
+#include "common/CaptionTextBuilder.h"
+#include "common/TextInput.h"
+
+namespace captionformats::cea608 {
+
+using namespace zelcaptioning;
+
+namespace {
+bool IsRow(int row) {
+    return row >= 1 && row <= CaptionMemory::kRows;
+}
+} // namespace
+
+void CaptionMemory::Write(int row, int column, const Cell& cell) {
+    if (IsRow(row) && column >= 0) {
+        rows_[static_cast<std::size_t>(row)][column] = cell;
+    }
+}
+
+void CaptionMemory::Erase(int row, int column) {
+    if (IsRow(row)) {
+        rows_[static_cast<std::size_t>(row)].erase(column);
+    }
+}
+
+void CaptionMemory::EraseFrom(int row, int column) {
+    if (IsRow(row)) {
+        auto& cells = rows_[static_cast<std::size_t>(row)];
+        cells.erase(cells.lower_bound(column), cells.end());
+    }
+}
+
+void CaptionMemory::EraseRow(int row) {
+    if (IsRow(row)) {
+        rows_[static_cast<std::size_t>(row)].clear();
+    }
+}
+
+void CaptionMemory::Clear() {
+    for (auto& row : rows_) {
+        row.clear();
+    }
+}
+
+bool CaptionMemory::IsEmpty() const {
+    for (const auto& row : rows_) {
+        if (!row.empty()) {
+            return false;
+        }
+    }
+    return true;
+}
+
+void CaptionMemory::RollUp(int firstRow, int lastRow) {
+    for (int row = 1; row <= kRows; ++row) {
+        auto& cells = rows_[static_cast<std::size_t>(row)];
+        if (row < firstRow || row >= lastRow) {
+            cells.clear();
+        }
+        if (row >= firstRow && row < lastRow) {
+            cells = std::move(rows_[static_cast<std::size_t>(row + 1)]);
+            rows_[static_cast<std::size_t>(row + 1)].clear();
+        }
+    }
+}
+
+void CaptionMemory::MoveWindow(int oldBase, int newBase, int depth) {
+    std::array<std::map<int, Cell>, kRows + 1> moved;
+    for (int offset = 0; offset < depth; ++offset) {
+        const int from = oldBase - offset;
+        const int to = newBase - offset;
+        if (IsRow(from) && IsRow(to)) {
+            moved[static_cast<std::size_t>(to)] = std::move(rows_[static_cast<std::size_t>(from)]);
+        }
+    }
+    rows_ = std::move(moved);
+}
+
+std::vector<CaptionTextParagraphPtr> CaptionMemory::ToParagraphs() const {
+    std::vector<CaptionTextParagraphPtr> paragraphs;
+    ParagraphStyleAttributes style;
+    style.SetAnchorID(kAnchorID_Free);
+    style.SetTextAlignment(kTextAlignment_Left);
+    for (int row = 1; row <= kRows; ++row) {
+        const auto& cells = rows_[static_cast<std::size_t>(row)];
+        if (cells.empty()) {
+            continue;
+        }
+        CaptionTextBuilder builder;
+        int nextColumn = cells.begin()->first;
+        for (const auto& [column, cell] : cells) {
+            std::string utf8;
+            for (; nextColumn < column; ++nextColumn) {
+                utf8 += ' ';
+            }
+            AppendUtf8(utf8, cell.character);
+            builder.Append(utf8, cell.attributes);
+            nextColumn = column + 1;
+        }
+        CaptionTextParagraphPtr paragraph = builder.TakeParagraphs(style).front();
+        paragraph->SetCaptionPosition(
+            Position(Rational(cells.begin()->first, kColumns), Rational(row - 1, kRows)));
+        paragraphs.push_back(paragraph);
+    }
+    return paragraphs;
+}
+
+} // namespace captionformats::cea608

@@ -1,0 +1,45 @@
+#pragma once
+
+#include "zelcaptioning/CaptionTextParagraph.h"
+
+#include <array>
+#include <map>
+#include <vector>
+
+namespace captionformats::cea608 {
+
+// One of a decoder's two caption memories: 15 rows of character cells. A row
+// may run past column 31 (a file that overfills a row keeps its text; the
+// reader reports it).
+class CaptionMemory {
+public:
+    static constexpr int kRows = 15;
+    static constexpr int kColumns = 32;
+
+    struct Cell {
+        char32_t character = U' ';
+        zelcaptioning::TextSpanAttributes attributes;
+    };
+
+    void Write(int row, int column, const Cell& cell);
+    void Erase(int row, int column);
+    void EraseFrom(int row, int column);
+    void EraseRow(int row);
+    void Clear();
+    bool IsEmpty() const;
+    // Moves rows first..last up by one row; `last` becomes empty. Rows outside
+    // first..last are erased.
+    void RollUp(int firstRow, int lastRow);
+    // Moves the rows of a roll-up window so that its base row becomes `newBase`.
+    void MoveWindow(int oldBase, int newBase, int depth);
+
+    // One paragraph per row that holds anything, top to bottom, placed on the
+    // 32 × 15 grid at the row's first cell (x = column / 32, y = (row - 1) / 15),
+    // free and left-aligned; gaps inside a row become spaces.
+    std::vector<zelcaptioning::CaptionTextParagraphPtr> ToParagraphs() const;
+
+private:
+    std::array<std::map<int, Cell>, kRows + 1> rows_; // index 0 unused
+};
+
+} // namespace captionformats::cea608

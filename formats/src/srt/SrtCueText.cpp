@@ -1,0 +1,193 @@
+#include "srt/SrtCueText.h"
+
+#include "common/CharacterReference.h"
+#include "common/CssColor.h"
+
+#include <algorithm>
+#include <cctype>
+
+namespace captionformats::srt {
+
+using zelcaptioning::TextSpanAttributes;
+
+namespace {
+
+std::string Lowercase(std::string_view text) {
+    std::string lower(text);
+    std::transform(lower.begin(), lower.end(), lower.begin(),
+                   [](unsigned char c) { return static_cast<char>(std::tolower(c)); });
+    return lower;
+}
+
+bool IsAlpha(char c) {
+    return std::isalpha(static_cast<unsigned char>(c)) != 0;
+}
+
+// The value of attribute `name` in a tag's attribute text: quoted with " or ',
+// or bare up to the next space.
+std::optional<std::string_view> AttributeValue(std::string_view attributes, std::string_view name) {
+    const std::string lower = Lowercase(attributes);
+    std::size_t at = lower.find(name);
+    while (at != std::string::npos) {
+        std::size_t position = at + name.size();
+        while (position < lower.size() && lower[position] == ' ') {
+            ++position;
+        }
+        const bool startsWord = at == 0 || lower[at - 1] == ' ';
+        if (startsWord && position < lower.size() && lower[position] == '=') {
+            ++position;
+            while (position < lower.size() && lower[position] == ' ') {
+                ++position;
+            }
+            std::string_view rest = attributes.substr(position);
+            if (!rest.empty() && (rest.front() == '"' || rest.front() == '\'')) {
+                const std::size_t close = rest.find(rest.front(), 1);
+                return rest.substr(1,
+                                   close == std::string_view::npos ? rest.size() - 1 : close - 1);
+            }
+            return rest.substr(0, rest.find(' '));
+        }
+        at = lower.find(name, at + 1);
+    }
+    return std::nullopt;
+}
+
+} // namespace
+
+TextSpanAttributes SrtCueText::CurrentAttributes() const {
+    TextSpanAttributes attributes;
+    attributes.SetBolded(boldDepth_ > 0);
+    attributes.SetItalicized(italicDepth_ > 0);
+    attributes.SetUnderlined(underlineDepth_ > 0);
+    if (!colorStack_.empty()) {
+        attributes.textColor = colorStack_.back();
+    }
+    return attributes;
+}
+
+void SrtCueText::ParseLine(std::string_view line, std::uint64_t lineNumber) {
+    while (!line.empty() && (line.back() == ' ' || line.back() == '\t')) {
+        line.remove_suffix(1);
+    }
+    std::size_t position = 0;
+    std::size_t textStart = 0;
+    auto flushText = [&](std::size_t upTo) {
+        builder_.Append(line.substr(textStart, upTo - textStart), CurrentAttributes());
+    };
+    while (position < line.size()) {
+        const char c = line[position];
+        std::size_t consumed = 0;
+        if (c == '<') {
+            flushText(position);
+            consumed = ParseTag(line.substr(position), lineNumber, position + 1);
+        } else if (c == '{') {
+            flushText(position);
+            consumed = ParseOverride(line.substr(position), lineNumber, position + 1);
+        } else if (c == '&') {
+            if (const auto reference = DecodeCharacterReference(line.substr(position))) {
+                flushText(position);
+                builder_.Append(reference->utf8, CurrentAttributes());
+                consumed = reference->length;
+            }
+        }
+        if (consumed == 0) {
+            if (c == '<' || c == '{') {
+                textStart = position; // not a tag: the character is text
+            }
+            ++position;
+        } else {
+            position += consumed;
+            textStart = position;
+        }
+    }
+    flushText(line.size());
+}
+
+std::size_t SrtCueText::ParseTag(std::string_view text, std::uint64_t lineNumber,
+                                 std::size_t column) {
+    const std::size_t close = text.find('>');
+    if (close == std::string_view::npos ||
+        text.substr(1, close).find('<') != std::string_view::npos) {
+        return 0;
+    }
+    std::string_view body = text.substr(1, close - 1);
+    const bool closing = !body.empty() && body.front() == '/';
+    if (closing) {
+        body.remove_prefix(1);
+    }
+    std::size_t nameLength = 0;
+    while (nameLength < body.size() && IsAlpha(body[nameLength])) {
+        ++nameLength;
+    }
+    if (nameLength == 0) {
+        return 0;
+    }
+    const std::string name = Lowercase(body.substr(0, nameLength));
+    const std::string_view attributes = body.substr(nameLength);
+    const int step = closing ? -1 : 1;
+    auto adjust = [step](int& depth) {
+        depth = std::max(0, depth + step);
+    };
+    if (name == "b") {
+        adjust(boldDepth_);
+    } else if (name == "i") {
+        adjust(italicDepth_);
+    } else if (name == "u") {
+        adjust(underlineDepth_);
+    } else if (name == "font") {
+        if (closing) {
+            if (!colorStack_.empty()) {
+                colorStack_.pop_back();
+            }
+        } else {
+            ApplyFontTag(attributes, lineNumber, column);
+        }
+    } else if (attributes.empty() || attributes.find('=') != std::string_view::npos) {
+        log_.Warn(SourceLocation::AtLine(lineNumber, column),
+                  "unsupported tag <" + std::string(closing ? "/" : "") + name + "> dropped");
+    } else {
+        return 0; // words in angle brackets, such as <LAUGHING & WHOOPS!>, are text
+    }
+    return close + 1;
+}
+
+void SrtCueText::ApplyFontTag(std::string_view attributes, std::uint64_t lineNumber,
+                              std::size_t column) {
+    zelcaptioning::CaptioningColor color = CurrentAttributes().textColor;
+    if (const auto value = AttributeValue(attributes, "color")) {
+        if (const auto parsed = ParseCssColor(*value)) {
+            color = *parsed;
+        } else {
+            log_.Warn(SourceLocation::AtLine(lineNumber, column),
+                      "unknown font colour \"" + std::string(*value) + "\" ignored");
+        }
+    }
+    for (const char* dropped : {"face", "size"}) {
+        if (AttributeValue(attributes, dropped)) {
+            log_.Warn(SourceLocation::AtLine(lineNumber, column),
+                      std::string("font ") + dropped + " ignored");
+        }
+    }
+    colorStack_.push_back(color);
+}
+
+std::size_t SrtCueText::ParseOverride(std::string_view text, std::uint64_t lineNumber,
+                                      std::size_t column) {
+    if (text.size() < 2 || text[1] != '\\') {
+        return 0;
+    }
+    const std::size_t close = text.find('}');
+    if (close == std::string_view::npos) {
+        return 0;
+    }
+    const std::string_view body = text.substr(1, close - 1);
+    if (body.size() == 4 && body.starts_with("\\an") && body[3] >= '1' && body[3] <= '9') {
+        keypadPosition_ = body[3] - '0';
+    } else {
+        log_.Warn(SourceLocation::AtLine(lineNumber, column),
+                  "override block {" + std::string(body) + "} dropped");
+    }
+    return close + 1;
+}
+
+} // namespace captionformats::srt

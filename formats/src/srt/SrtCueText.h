@@ -1,0 +1,43 @@
+#pragma once
+
+#include "common/CaptionTextBuilder.h"
+#include "common/DiagnosticLog.h"
+
+#include <optional>
+#include <string_view>
+#include <vector>
+
+namespace captionformats::srt {
+
+// Reads the text lines of one cue into a builder. Styles opened by tags run on
+// across the cue's lines until closed, and end with the cue. Tags other than b,
+// i, u and font, and override blocks other than {\anN}, are dropped with a
+// warning; a '<' or '{' that starts no tag is text.
+class SrtCueText {
+public:
+    SrtCueText(CaptionTextBuilder& builder, DiagnosticLog& log)
+        : builder_(builder)
+        , log_(log) {}
+
+    void ParseLine(std::string_view line, std::uint64_t lineNumber);
+
+    // The last {\anN} tag of the cue: 1 to 9, numbered like a numeric keypad.
+    std::optional<int> KeypadPosition() const { return keypadPosition_; }
+
+private:
+    // Each returns the bytes it consumed, 0 when the text there is no tag.
+    std::size_t ParseTag(std::string_view text, std::uint64_t lineNumber, std::size_t column);
+    std::size_t ParseOverride(std::string_view text, std::uint64_t lineNumber, std::size_t column);
+    void ApplyFontTag(std::string_view attributes, std::uint64_t lineNumber, std::size_t column);
+    zelcaptioning::TextSpanAttributes CurrentAttributes() const;
+
+    CaptionTextBuilder& builder_;
+    DiagnosticLog& log_;
+    int boldDepth_ = 0;
+    int italicDepth_ = 0;
+    int underlineDepth_ = 0;
+    std::vector<zelcaptioning::CaptioningColor> colorStack_;
+    std::optional<int> keypadPosition_;
+};
+
+} // namespace captionformats::srt

@@ -1,0 +1,136 @@
+#include "srt/SrtTiming.h"
+
+#include "common/ClockText.h"
+
+#include <cctype>
+
+namespace captionformats::srt {
+
+namespace {
+
+bool IsDigit(char c) {
+    return std::isdigit(static_cast<unsigned char>(c)) != 0;
+}
+
+class TimingScanner {
+public:
+    explicit TimingScanner(std::string_view line)
+        : line_(line) {}
+
+    std::size_t Column() const { return position_ + 1; }
+    bool AtEnd() const { return position_ >= line_.size(); }
+    char Peek() const { return AtEnd() ? '\0' : line_[position_]; }
+    void Advance() { ++position_; }
+
+    void SkipSpaces() {
+        while (!AtEnd() && (Peek() == ' ' || Peek() == '\t')) {
+            ++position_;
+        }
+    }
+
+    std::string_view Digits() {
+        const std::size_t start = position_;
+        while (!AtEnd() && IsDigit(Peek())) {
+            ++position_;
+        }
+        return line_.substr(start, position_ - start);
+    }
+
+private:
+    std::string_view line_;
+    std::size_t position_ = 0;
+};
+
+std::uint64_t ValueOf(std::string_view digits) {
+    std::uint64_t value = 0;
+    for (char digit : digits) {
+        value =
+            value > 1'000'000'000'000ULL ? value : value * 10 + static_cast<unsigned>(digit - '0');
+    }
+    return value;
+}
+
+std::variant<zelmediatypes::TickTime, TimingError> ParseTime(TimingScanner& scanner,
+                                                             const char* which) {
+    const std::string what = std::string(which) + " time";
+    const std::string_view hours = scanner.Digits();
+    if (hours.empty()) {
+        return TimingError{scanner.Column(), "expected the " + what + " (H:MM:SS,mmm)"};
+    }
+    if (scanner.Peek() != ':') {
+        return TimingError{scanner.Column(), "expected ':' after the hours of the " + what};
+    }
+    scanner.Advance();
+    const std::size_t minutesColumn = scanner.Column();
+    const std::string_view minutes = scanner.Digits();
+    if (minutes.empty() || minutes.size() > 2 || ValueOf(minutes) > 59) {
+        return TimingError{minutesColumn, "minutes of the " + what + " must be 00 to 59"};
+    }
+    if (scanner.Peek() != ':') {
+        return TimingError{scanner.Column(), "expected ':' after the minutes of the " + what};
+    }
+    scanner.Advance();
+    const std::size_t secondsColumn = scanner.Column();
+    const std::string_view seconds = scanner.Digits();
+    if (seconds.empty() || seconds.size() > 2 || ValueOf(seconds) > 59) {
+        return TimingError{secondsColumn, "seconds of the " + what + " must be 00 to 59"};
+    }
+    std::string_view fraction;
+    if (scanner.Peek() == ',' || scanner.Peek() == '.' || scanner.Peek() == ':') {
+        scanner.Advance();
+        const std::size_t fractionColumn = scanner.Column();
+        fraction = scanner.Digits();
+        if (fraction.empty()) {
+            return TimingError{fractionColumn, "expected the milliseconds of the " + what};
+        }
+    }
+    return TimeFromClock(ValueOf(hours), ValueOf(minutes), ValueOf(seconds), fraction);
+}
+
+} // namespace
+
+std::variant<CueTiming, TimingError> ParseCueTiming(std::string_view line) {
+    TimingScanner scanner(line);
+    scanner.SkipSpaces();
+    const auto begin = ParseTime(scanner, "begin");
+    if (const auto* error = std::get_if<TimingError>(&begin)) {
+        return *error;
+    }
+    scanner.SkipSpaces();
+    for (char expected : {'-', '-', '>'}) {
+        if (scanner.Peek() != expected) {
+            return TimingError{scanner.Column(), "expected '-->' after the begin time"};
+        }
+        scanner.Advance();
+    }
+    scanner.SkipSpaces();
+    const auto end = ParseTime(scanner, "end");
+    if (const auto* error = std::get_if<TimingError>(&end)) {
+        return *error;
+    }
+    if (!scanner.AtEnd() && scanner.Peek() != ' ' && scanner.Peek() != '\t') {
+        return TimingError{scanner.Column(), "unexpected character after the end time"};
+    }
+    return CueTiming{std::get<zelmediatypes::TickTime>(begin),
+                     std::get<zelmediatypes::TickTime>(end)};
+}
+
+bool IsCueNumber(std::string_view line) {
+    while (!line.empty() && (line.front() == ' ' || line.front() == '\t')) {
+        line.remove_prefix(1);
+    }
+    while (!line.empty() && (line.back() == ' ' || line.back() == '\t')) {
+        line.remove_suffix(1);
+    }
+    if (line.empty()) {
+        return false;
+    }
+    for (char c : line) {
+        if (!IsDigit(c)) {
+            return false;
+        }
+    }
+    return true;
+}
+
+} // namespace captionformats::srt

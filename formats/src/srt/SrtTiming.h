@@ -1,0 +1,31 @@
+#pragma once
+
+#include "zelmediatypes/TickTime.h"
+
+#include <cstddef>
+#include <string>
+#include <string_view>
+#include <variant>
+
+namespace captionformats::srt {
+
+struct CueTiming {
+    zelmediatypes::TickTime begin;
+    zelmediatypes::TickTime end;
+};
+
+struct TimingError {
+    std::size_t column = 0; // 1-based byte column of the problem
+    std::string message;
+};
+
+// "H:MM:SS,mmm --> H:MM:SS,mmm", tolerant: hours of any length, one or two digit
+// minutes and seconds, ',' '.' or ':' before a fraction of any length (or none),
+// spaces around the arrow, and anything after the end time (such as X1: Y1:
+// coordinates) ignored.
+std::variant<CueTiming, TimingError> ParseCueTiming(std::string_view line);
+
+// True when the line, trimmed, is a cue number.
+bool IsCueNumber(std::string_view line);
+
+} // namespace captionformats::srt

@@ -1,0 +1,170 @@
+// Our CEA-608 decoder on hand-made byte pairs, one feature at a time.
+#include "captionformats/SccReader.h"
+#include "captionformats/SccWriter.h"
+
+#include "FormatSamples.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+namespace {
+
+using namespace captionformats;
+using namespace zelcaptioning;
+using ::testing::ElementsAre;
+using ::testing::HasSubstr;
+
+const zelmediatypes::TickTime kFrame{zelmediatypes::kTicksPerSecond * 1001 / 30000};
+
+// Words of one SCC line at 00:00:01:00 (frame 30).
+ReadResult Decode(const std::string& words) {
+    return SccReader().Read("Scenarist_SCC V1.0\n\n00:00:01:00\t" + words + "\n", {"t.scc"});
+}
+
+std::vector<std::string> Messages(const std::vector<Diagnostic>& diagnostics) {
+    std::vector<std::string> messages;
+    for (const Diagnostic& diagnostic : diagnostics) {
+        messages.push_back(ToString(diagnostic));
+    }
+    return messages;
+}
+
+// RCL, PAC row 14 column 0 (94 d0), the words, EOC; then EDM four frames later.
+std::string PopOn(const std::string& words) {
+    return "9420 9420 94d0 94d0 " + words + " 942f 942f 8080 8080 942c 942c";
+}
+
+TEST(Cea608Decoder, EditsTheLineWithBackspaceDeleteToEndAndTabOffsets) {
+    // "Hello" BS BS "p!" -> "Help!"; then TO2 "x" -> two columns on; DER clears the rest.
+    EXPECT_THAT(
+        test::LinesOf(*Decode(PopOn("c8e5 ecec ef80 94a1 94a1 94a1 94a1 70a1")).captions.at(0)),
+        ElementsAre("Help!"));
+    const ReadResult tab = Decode(PopOn("c180 97a2 97a2 5880"));
+    EXPECT_THAT(test::LinesOf(*tab.captions.at(0)), ElementsAre("A  X"));
+    // "ABCD", PAC back to column 0, TO1, DER: only "A" stays.
+    EXPECT_THAT(
+        test::LinesOf(*Decode(PopOn("c1c2 43c4 94d0 94d0 97a1 97a1 94a4 94a4")).captions.at(0)),
+        ElementsAre("A"));
+}
+
+TEST(Cea608Decoder, IgnoresOnlyTheImmediateRepeatOfAControlCode) {
+    // A special character sent twice is one character; four times, two.
+    EXPECT_THAT(test::LinesOf(*Decode(PopOn("9137 9137")).captions.at(0)), ElementsAre("♪"));
+    EXPECT_THAT(test::LinesOf(*Decode(PopOn("9137 9137 9137 9137")).captions.at(0)),
+                ElementsAre("♪♪"));
+    // Padding between two copies makes the second a new code.
+    EXPECT_THAT(test::LinesOf(*Decode(PopOn("9137 8080 9137")).captions.at(0)), ElementsAre("♪♪"));
+}
+
+TEST(Cea608Decoder, StylesWithPreamblesMidRowCodesAndBackgrounds) {
+    // PAC row 15 red underline (14 e9), "Ab", mid-row italics (91 ae), "c",
+    // background blue semi-transparent (10 25), "d", mid-row white (91 20), "e".
+    const ReadResult result = Decode("9420 9420 94c9 94c9 c162 91ae 91ae e380 1025 1025 6480 9120 "
+                                     "9120 e580 942f 942f 8080 942c 942c");
+    ASSERT_EQ(result.captions.size(), 1u);
+    const CaptionTextParagraph& line = *result.captions[0]->GetCaptionTextParagraph(0);
+    EXPECT_EQ(zelcore::ToUTF8(line.GetText()), "Ab cd e");
+    ASSERT_EQ(line.GetNumSpans(), 4u);
+    const TextSpanAttributes red = line.GetCaptionTextSpan(0)->StyleAttributes();
+    EXPECT_EQ(red.textColor, CaptioningColor(1, 0, 0, 1));
+    EXPECT_TRUE(red.IsUnderlined());
+    const TextSpanAttributes italic = line.GetCaptionTextSpan(1)->StyleAttributes();
+    EXPECT_TRUE(italic.IsItalicized() && !italic.IsUnderlined());
+    EXPECT_EQ(italic.textColor, CaptioningColor(1, 0, 0, 1)) << "italics keep the colour";
+    EXPECT_EQ(line.GetCaptionTextSpan(2)->StyleAttributes().backgroundColor,
+              CaptioningColor(0, 0, 1, 0.5f));
+    const TextSpanAttributes white = line.GetCaptionTextSpan(3)->StyleAttributes();
+    EXPECT_EQ(white.textColor, kCaptioningColor_White);
+    EXPECT_FALSE(white.IsItalicized()) << "a colour code turns italics off";
+}
+
+TEST(Cea608Decoder, PlacesLinesByPreambleRowsAndIndents) {
+    // Row 1 indent 4 (91 52), row 11 column 0 (10 40), row 15 indent 28 (94 fe).
+    const ReadResult result = Decode(PopOn("9152 9152 c180 1040 1040 c280 94fe 94fe 4380"));
+    ASSERT_EQ(result.captions.size(), 1u);
+    std::vector<Position> positions;
+    for (std::uint64_t p = 0; p < result.captions[0]->GetNumParagraphs(); ++p) {
+        positions.push_back(result.captions[0]->GetCaptionTextParagraph(p)->GetCaptionPosition());
+    }
+    EXPECT_THAT(positions, ElementsAre(Position(Rational(4, 32), Rational(0)),
+                                       Position(Rational(0), Rational(10, 15)),
+                                       Position(Rational(28, 32), Rational(14, 15))));
+}
+
+TEST(Cea608Decoder, TimesPopOnCaptionsFromEndOfCaptionToErase) {
+    const ReadResult result = Decode(PopOn("c8e9"));
+    ASSERT_EQ(result.captions.size(), 1u);
+    EXPECT_EQ(result.captions[0]->GetBeginTime(), kFrame * (30 + 5));
+    EXPECT_EQ(result.captions[0]->GetEndTime(), kFrame * (30 + 9));
+    EXPECT_EQ(result.captions[0]->GetCaptionType(), kCaptionType_PopOn);
+}
+
+TEST(Cea608Decoder, RollsUpWithinItsDepthAndMovesTheWindowWithTheBaseRow) {
+    // RU2, CR, PAC row 15 (94 70), "A"; CR, "B"; CR, "C": three captions, two lines deep.
+    const ReadResult result =
+        Decode("9425 9425 94ad 94ad 9470 9470 c180 94ad 94ad 9470 9470 c280 94ad 94ad "
+               "9470 9470 4380 942c 942c");
+    ASSERT_EQ(result.captions.size(), 3u);
+    EXPECT_THAT(test::LinesOf(*result.captions[0]), ElementsAre("A"));
+    EXPECT_THAT(test::LinesOf(*result.captions[1]), ElementsAre("A", "B"));
+    EXPECT_THAT(test::LinesOf(*result.captions[2]), ElementsAre("B", "C"));
+    EXPECT_EQ(result.captions[2]->GetCaptionType(), kCaptionType_RollUp2);
+    EXPECT_EQ(result.captions[2]->GetCaptionTextParagraph(1)->GetCaptionPosition().GetY(),
+              Rational(14, 15));
+    // A PAC to row 6 (15 70) moves both lines up with the base row; its
+    // column 0 puts "C" over "B".
+    const ReadResult moved =
+        Decode("9425 9425 94ad 94ad 9470 9470 c180 94ad 94ad 9470 9470 c280 1570 1570 "
+               "4380 942c 942c");
+    ASSERT_EQ(moved.captions.size(), 2u);
+    EXPECT_THAT(test::LinesOf(*moved.captions[1]), ElementsAre("A", "C"));
+    EXPECT_EQ(moved.captions[1]->GetCaptionTextParagraph(0)->GetCaptionPosition().GetY(),
+              Rational(4, 15));
+    EXPECT_EQ(moved.captions[1]->GetCaptionTextParagraph(1)->GetCaptionPosition().GetY(),
+              Rational(5, 15));
+}
+
+TEST(Cea608Decoder, PaintsOnDirectlyAndSkipsTextModeFlashAndChannelTwo) {
+    // RDC, PAC, "Hi": shown at once; TR and RTD switch to text mode, whose
+    // characters are no captions; FON is reported; a channel 2 RCL and its text are skipped.
+    const ReadResult result =
+        Decode("9429 9429 94d0 94d0 c8e9 94a8 94a8 942a 942a 5880 1c20 1c20 d980 942c 942c");
+    ASSERT_EQ(result.captions.size(), 1u);
+    EXPECT_THAT(test::LinesOf(*result.captions[0]), ElementsAre("Hi"));
+    EXPECT_EQ(result.captions[0]->GetCaptionType(), kCaptionType_PaintOn);
+    EXPECT_EQ(result.captions[0]->GetBeginTime(), kFrame * (30 + 2));
+    EXPECT_THAT(Messages(result.warnings), ElementsAre("t.scc:3:38: flashing text shown steady",
+                                                       "t.scc:3:48: text mode data skipped",
+                                                       "t.scc:3:63: data channel 2 (CC2) skipped"));
+}
+
+TEST(Cea608Decoder, ReportsBadWordsAndTimeCodesWithTheirPlace) {
+    const ReadResult result = SccReader().Read("Scenarist_SCC V1.0\n\n00:00:01:00\t9420 94zz 20\n"
+                                               "00:01:00;01\t9420\n00:00:61:00\t9420\nnonsense\n",
+                                               {"t.scc"});
+    EXPECT_TRUE(result.Succeeded());
+    EXPECT_THAT(
+        Messages(result.warnings),
+        ElementsAre(
+            "t.scc:3:18: word \"94zz\" skipped: not four hex digits",
+            "t.scc:3:23: word \"20\" skipped: not four hex digits",
+            "t.scc:4:1: line skipped: \"00:01:00;01\" is no time code (HH:MM:SS:FF or HH:MM:SS;FF)",
+            "t.scc:5:1: line skipped: \"00:00:61:00\" is no time code (HH:MM:SS:FF or HH:MM:SS;FF)",
+            "t.scc:6:1: line skipped: \"nonsense\" is no time code (HH:MM:SS:FF or HH:MM:SS;FF)"));
+    EXPECT_THAT(Messages(SccReader().Read("WEBVTT\n", {"t.scc"}).errors),
+                ElementsAre(HasSubstr("t.scc:1:1: not an SCC file")));
+}
+
+TEST(SccWriter, WritesAPaintOnCaptionFromItsBeginFrame) {
+    const ReadResult painted = Decode("9429 9429 94d0 94d0 c8e9 942c 942c");
+    ASSERT_EQ(painted.captions.size(), 1u);
+    const WriteResult written = SccWriter().Write(painted.captions, {"out.scc", false});
+    const ReadResult read = SccReader().Read(written.bytes, {});
+    ASSERT_EQ(read.captions.size(), 1u);
+    EXPECT_EQ(read.captions[0]->GetCaptionType(), kCaptionType_PaintOn);
+    EXPECT_EQ(read.captions[0]->GetBeginTime(), painted.captions[0]->GetBeginTime());
+    EXPECT_EQ(read.captions[0]->GetEndTime(), painted.captions[0]->GetEndTime());
+    EXPECT_THAT(test::LinesOf(*read.captions[0]), ElementsAre("Hi"));
+}
+
+} // namespace

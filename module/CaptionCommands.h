@@ -1,5 +1,6 @@
 #pragma once
 
+#include "CaptionCommandIds.h"
 #include "UIF/Command.h"
 
 #include <array>
@@ -9,19 +10,6 @@ class ShortcutManager;
 }
 
 namespace HandlerCaptions {
-
-// The panel's keyboard commands. The ids between 32002 and 32010 are unused on
-// purpose: the toolbar dispatches on these numbers.
-inline constexpr UIF::CommandID kCommand_JustifyLeft = 32000;
-inline constexpr UIF::CommandID kCommand_JustifyCenter = 32001;
-inline constexpr UIF::CommandID kCommand_JustifyRight = 32002;
-inline constexpr UIF::CommandID kCommand_Italicize = 32010;
-inline constexpr UIF::CommandID kCommand_Underline = 32011;
-inline constexpr UIF::CommandID kCommand_MusicNote = 32012;
-inline constexpr UIF::CommandID kCommand_BackgroundColor = 32013;
-inline constexpr UIF::CommandID kCommand_TextColor = 32014;
-inline constexpr UIF::CommandID kCommand_Bold = 32015;
-inline constexpr UIF::CommandID kCommand_EdgeColor = 32016;
 
 // The keyboard-shortcut context of the panel.
 inline constexpr const char* kCaptionsCommandContext = "captions";

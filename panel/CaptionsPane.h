@@ -9,6 +9,7 @@
 #include "UIF/HotTimecodeControl.h"
 #include "UIF/SubView.h"
 #include "caption_editor/CaptionTextEditor.h"
+#include "caption_editor/StyleSummary.h"
 #include "zelcaptioning/CaptioningColor.h"
 #include "zelcaptioning/ParagraphStyleAttributes.h"
 
@@ -126,6 +127,16 @@ public:
     void MoveOpenParagraph(double x, double y);
     void SetCaptionType(zelcaptioning::CaptionType type);
 
+    // The current row's text control when it has the keyboard focus; else null.
+    CaptionEdit* GetFocusedTextControl() const;
+    // What the styles of the selected text (the whole caption when the row is
+    // not being edited) have in common.
+    caption_editor::StyleSummary GetSelectionStyle();
+    // Inserts the music note at the caret of the current caption, as typed text.
+    void InsertMusicNote();
+    // Gives the focus and selection back to the caption being edited.
+    void ResumeTextEditing();
+
     // --- Text editing keys (posted by the rows' text controls) ---
     void MoveEditingRow(std::int32_t delta);
     void LeaveTextEditing();
@@ -174,6 +185,8 @@ private:
     bool IsSettled() const;
     // Runs a style action: the engine operation, the commit under its name,
     // and the row's text editing resumed when an edit was in progress.
+    // The selection range of the current row, read from its text when focused.
+    void ReadSelectionRange(std::int64_t& start, std::int64_t& end);
     template <typename Operation>
     void RunStyleAction(const char16_t* actionName, bool needsCaption, bool resumeEditing,
                         bool refreshLayout, Operation operation);

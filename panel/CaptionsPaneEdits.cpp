@@ -10,6 +10,7 @@
 #include "UIF/Workspace.h"
 #include "zelui/ui/UI_NodeManager.h"
 
+#include <algorithm>
 #include <limits>
 #include <vector>
 
@@ -61,6 +62,10 @@ constexpr TickTime kOneSecond{zelmediatypes::kTicksPerSecond};
 const zelcore::UTF16String& MixedActions() {
     static const zelcore::UTF16String mixed(1, u'*');
     return mixed;
+}
+
+std::uint64_t EnginePosition(std::int64_t position) {
+    return static_cast<std::uint64_t>(std::max<std::int64_t>(0, position));
 }
 
 void ShowRefusal(const char16_t* text, const char16_t* title) {
@@ -123,6 +128,62 @@ void CaptionsPane::CommitCaptionEdit(bool undoableNow, const zelcore::UTF16Strin
         }
     }
     isCommitting_ = false;
+}
+
+void CaptionsPane::ReadSelectionRange(std::int64_t& start, std::int64_t& end) {
+    if (const CaptionsItem* row = rows_->GetCurrentRow(); row && row->TextHasFocus()) {
+        row->GetEngineSelection(start, end);
+        rows_->SetSelectionRange(start, end);
+    }
+    rows_->GetSelectionRange(start, end);
+}
+
+CaptionEdit* CaptionsPane::GetFocusedTextControl() const {
+    const CaptionsItem* row = rows_->GetCurrentRow();
+    return row && row->TextHasFocus() ? row->GetTextControl() : nullptr;
+}
+
+caption_editor::StyleSummary CaptionsPane::GetSelectionStyle() {
+    std::int64_t start = 0;
+    std::int64_t end = 0;
+    ReadSelectionRange(start, end);
+    if (!editor_->GetCaption()) {
+        return {};
+    }
+    // An empty range outside text editing means the caption as a whole.
+    if (!isTextEditActive_ && start == end) {
+        end = -1;
+    }
+    return editor_->GetStyleSummary(EnginePosition(start),
+                                    end < 0 ? std::numeric_limits<std::uint64_t>::max()
+                                            : EnginePosition(end));
+}
+
+void CaptionsPane::InsertMusicNote() {
+    CaptionsItem* row = rows_->GetCurrentRow();
+    if (!row || !editor_->GetCaption() || row->GetCaption() != editor_->GetHostCaption()) {
+        return;
+    }
+    std::int64_t start = 0;
+    std::int64_t end = 0;
+    ReadSelectionRange(start, end);
+    const std::uint64_t caret = EnginePosition(start);
+    editor_->InsertText(zelcore::UTF16String(1, u'\u266A'), caret);
+    RefreshCaptionLayout();
+    CommitCaptionEdit(!isTextEditActive_, {});
+    row->RefreshFromCaption();
+    rows_->SetSelectionRange(start + 1, start + 1);
+    ResumeTextEditing();
+}
+
+void CaptionsPane::ResumeTextEditing() {
+    if (!isTextEditActive_) {
+        return;
+    }
+    std::int64_t start = 0;
+    std::int64_t end = 0;
+    rows_->GetSelectionRange(start, end);
+    rows_->StartTextEditing(start, end);
 }
 
 template <typename Operation>

@@ -66,6 +66,17 @@ public:
     // Scrolls by wheel notches; true when handled.
     bool ScrollByWheel(float notches);
 
+    // Which colour the colour controls edit.
+    enum ColorTarget : std::int32_t {
+        kColorTarget_Text = 0,
+        kColorTarget_Background = 1,
+        kColorTarget_Edge = 2,
+    };
+    ColorTarget GetColorTarget() const { return colorTarget_; }
+
+    bool FindCommandStatus(UIF::CommandID id, bool& enabled, bool& checked, bool& mark,
+                           zelcore::UTF16String& text) override;
+    bool ObeyCommand(const UIF::Command& command) override;
     void Destroy(std::uint32_t flags) override;
     std::int32_t GetMinimumStackedHeight() const override;
 
@@ -78,6 +89,10 @@ protected:
     bool HandleMessage(const KSL::Message& message) override;
 
 private:
+    // Whether the view answers for the command (its own and the edit commands
+    // of a focused caption text), and if so whether it is enabled.
+    virtual bool FindOwnCommandStatus(UIF::CommandID id, bool& enabled);
+    bool ObeyEditCommand(UIF::CommandID id);
     void UpdateScrollParameters(bool resetPosition);
     void ScrollTo(std::int32_t positionPx);
     void UpdateEnabling();
@@ -94,6 +109,7 @@ private:
     boost::intrusive_ptr<zelui::controls::UI_TextButton> addButton_;
     boost::intrusive_ptr<zelui::controls::UI_TextButton> deleteButton_;
     bool openCaptions_ = false;
+    ColorTarget colorTarget_ = kColorTarget_Text;
 };
 
 } // namespace HandlerCaptions

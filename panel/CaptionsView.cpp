@@ -1,6 +1,7 @@
 #include "CaptionsView.h"
 
 #include "CaptionsPane.h"
+#include "CaptionsToolbar.h"
 #include "KSL/StationUtils.h"
 #include "MZ/Stations.h"
 #include "UIF/Colors.h"
@@ -40,12 +41,17 @@ CaptionsView::~CaptionsView() {
     }
 }
 
+bool CaptionsView::IsOpenCaptions() const {
+    return toolbar_ && toolbar_->IsOpenCaptions();
+}
+
 std::int32_t CaptionsView::GetToolbarHeight() const {
-    return openCaptions_ ? kOpenCaptionsToolbarHeightPx : kClosedCaptionsToolbarHeightPx;
+    return IsOpenCaptions() ? kOpenCaptionsToolbarHeightPx : kClosedCaptionsToolbarHeightPx;
 }
 
 void CaptionsView::OnCreate() {
     EnableDoubleBuffering(true);
+    CreateToolbar();
     pane_ = std::make_unique<CaptionsPane>(this);
     AddSubView(*pane_);
     scrollBar_ = std::make_unique<UIF::ScrollBar>(*this);
@@ -89,6 +95,7 @@ void CaptionsView::DestroySelf() {
             button->reset();
         }
     }
+    toolbar_.reset();
     if (scrollBar_) {
         KSL::StationUtils::RemoveListener(scrollBar_->GetStationID(), this);
     }
@@ -137,6 +144,7 @@ void CaptionsView::RelayoutBody() {
         return;
     }
     const UIF::Rect client = GetClientRect();
+    toolbar_->Relayout(client.Width());
     const std::int32_t barWidth = GetIsStacked() ? 0 : UIF::ScrollBar::GetDefaultSize();
     const UIF::Rect paneRect{client.left, client.top + GetToolbarHeight() + kPaneGapPx,
                              client.right - barWidth, client.bottom - kButtonAreaPx};
@@ -219,17 +227,6 @@ void CaptionsView::Draw(UIF::DC& dc, const UIF::Rect&) {
     dc.FillRect(GetClientRect(), UIF::kColor_WindowBackground, 255);
 }
 
-void CaptionsView::StreamChanged(const KSL::InterfaceRef<BE::ICaptioningStream>& stream) {
-    const bool open = stream && zelcaptioning::IsOpenCaptions(stream->GetStreamFormat());
-    if (open != openCaptions_) {
-        openCaptions_ = open;
-        RelayoutBody();
-        UpdateStackedDimensions(true);
-    }
-    UpdateScrollParameters(true);
-    UpdateEnabling();
-}
-
 void CaptionsView::SelectionChanged(std::int32_t index) {
     if (index >= 0 && pane_ && scrollBar_) {
         const std::int32_t pitch = CaptionsPane::kRowPitchPx;
@@ -245,27 +242,16 @@ void CaptionsView::SelectionChanged(std::int32_t index) {
         }
     }
     UpdateEnabling();
+    ShowSelectionStyle();
     if (pane_) {
         pane_->Invalidate();
     }
-}
-
-void CaptionsView::RefreshToolbar() {
-    UpdateEnabling();
 }
 
 void CaptionsView::RowCountChanged() {
     UpdateScrollParameters(false);
     UpdateEnabling();
     UpdateStackedDimensions(true);
-}
-
-void CaptionsView::UpdateEnabling() {
-    if (!pane_) {
-        return;
-    }
-    addButton_->SetDisabled(!pane_->GetStream());
-    deleteButton_->SetDisabled(!pane_->GetItemList().GetCurrentCaption());
 }
 
 bool CaptionsView::HandleMessage(const KSL::Message& message) {

@@ -21,6 +21,7 @@ namespace HandlerCaptions {
 
 class CaptionsHandler;
 class CaptionsPane;
+class CaptionsToolbar;
 
 // The Captions panel's tab view: the style toolbar's place at the top, the
 // caption list (CaptionsPane) under it with its vertical scroll bar, and the
@@ -50,7 +51,8 @@ public:
     UIF::ScrollBar* GetScrollBar() const { return scrollBar_.get(); }
     zelui::controls::UI_TextButton* GetAddButton() const { return addButton_.get(); }
     zelui::controls::UI_TextButton* GetDeleteButton() const { return deleteButton_.get(); }
-    bool IsOpenCaptions() const { return openCaptions_; }
+    CaptionsToolbar* GetToolbar() const { return toolbar_.get(); }
+    bool IsOpenCaptions() const;
     std::int32_t GetToolbarHeight() const;
 
     // --- Called by the pane ---
@@ -96,6 +98,10 @@ private:
     void UpdateScrollParameters(bool resetPosition);
     void ScrollTo(std::int32_t positionPx);
     void UpdateEnabling();
+    // Makes the toolbar and ties each control to what it does.
+    void CreateToolbar();
+    // Shows the selection's style in the toolbar.
+    void ShowSelectionStyle();
     // A text button under the list that runs a pane action when clicked.
     boost::intrusive_ptr<zelui::controls::UI_TextButton>
     AddButton(const char16_t* text, const char16_t* toolTip, void (CaptionsPane::*action)());
@@ -103,12 +109,12 @@ private:
     CaptionsHandler* handler_;
     KSL::InterfaceRef<BE::IProject> project_;
     MZ::CaptioningTrackItem shownTrackItem_;
+    std::unique_ptr<CaptionsToolbar> toolbar_;
     std::unique_ptr<CaptionsPane> pane_;
     std::unique_ptr<UIF::ScrollBar> scrollBar_;
     std::int32_t scrollPositionPx_ = 0;
     boost::intrusive_ptr<zelui::controls::UI_TextButton> addButton_;
     boost::intrusive_ptr<zelui::controls::UI_TextButton> deleteButton_;
-    bool openCaptions_ = false;
     ColorTarget colorTarget_ = kColorTarget_Text;
 };
 

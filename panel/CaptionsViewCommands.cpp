@@ -106,6 +106,7 @@ bool CaptionsView::ObeyCommand(const UIF::Command& command) {
         colorTarget_ = id == kCommand_TextColor         ? kColorTarget_Text
                        : id == kCommand_BackgroundColor ? kColorTarget_Background
                                                         : kColorTarget_Edge;
+        UpdateEnabling();
         pane_->ResumeTextEditing();
         return true;
     default:

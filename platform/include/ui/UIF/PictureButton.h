@@ -26,7 +26,8 @@ public:
     void SetDecal(DecalID decal);
     void SetCommandID(CommandID command);
     CommandID GetCommandID() const { return command_; }
-    // The text is a localisation key or plain text.
+    // The text is a localisation key or plain text; it also names the button
+    // for assistive technology.
     void SetToolTip(const zelcore::UTF16String& text, std::uint32_t delayMilliseconds);
 
     void SetPressed(bool pressed);

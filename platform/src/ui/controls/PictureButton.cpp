@@ -57,6 +57,10 @@ void PictureButton::SetCommandID(CommandID command) {
 void PictureButton::SetToolTip(const zelcore::UTF16String& text, std::uint32_t delayMilliseconds) {
     impl_->toolTip.SetText(platform::ui::Localized(zelcore::View(text)),
                            static_cast<int>(delayMilliseconds));
+    // The tip names the button for assistive technology too.
+    if (QToolButton* button = impl_->button.Get()) {
+        button->setAccessibleName(platform::ui::Localized(zelcore::View(text)));
+    }
 }
 
 void PictureButton::SetPressed(bool pressed) {

@@ -95,6 +95,9 @@ void CaptionsView::DestroySelf() {
             button->reset();
         }
     }
+    if (toolbar_) {
+        KSL::StationUtils::RemoveListener(toolbar_->ColorPicker().GetStationID(), this);
+    }
     toolbar_.reset();
     if (scrollBar_) {
         KSL::StationUtils::RemoveListener(scrollBar_->GetStationID(), this);
@@ -255,6 +258,9 @@ void CaptionsView::RowCountChanged() {
 }
 
 bool CaptionsView::HandleMessage(const KSL::Message& message) {
+    if (HandleColorPickerMessage(message)) {
+        return true;
+    }
     if (const auto* scrolled = message.As<UIF::ScrollVerticalMessage>()) {
         if (scrolled->GetPosition() != scrollPositionPx_ && pane_) {
             scrollPositionPx_ = scrolled->GetPosition();

@@ -6,7 +6,10 @@
 #include "KSL/Listener.h"
 #include "MZ/CaptionMessages.h"
 #include "UIF/TabView.h"
+#include "caption_editor/StyleSummary.h"
+#include "zelcaptioning/CaptioningColor.h"
 #include "zelui/controls/UI_TextButton.h"
+#include "zelui/ui/UI_Color.h"
 
 #include <boost/intrusive_ptr.hpp>
 
@@ -100,6 +103,15 @@ private:
     void UpdateEnabling();
     // Makes the toolbar and ties each control to what it does.
     void CreateToolbar();
+    void TieColorAndPositionControls();
+    float OpacityOf(ColorTarget target) const;
+    void GiveTheEdgeAWidth();
+    void ColorPicked(const zelui::ui::UI_Color& color);
+    void OpacityChosen(float opacity);
+    // The closed-caption block's column and row fields (from 1) were set.
+    void GridFieldsChanged(std::int32_t column, std::int32_t row);
+    void ShowSelectionColors(const caption_editor::StyleSummary& style);
+    bool HandleColorPickerMessage(const KSL::Message& message);
     // Shows the selection's style in the toolbar.
     void ShowSelectionStyle();
     // A text button under the list that runs a pane action when clicked.
@@ -116,6 +128,19 @@ private:
     boost::intrusive_ptr<zelui::controls::UI_TextButton> addButton_;
     boost::intrusive_ptr<zelui::controls::UI_TextButton> deleteButton_;
     ColorTarget colorTarget_ = kColorTarget_Text;
+    // The selection's colours and what the colour controls apply with them.
+    zelcaptioning::CaptioningColor textColor_ = zelcaptioning::kCaptioningColor_White;
+    zelcaptioning::CaptioningColor backgroundColor_ = zelcaptioning::kCaptioningColor_Transparent;
+    zelcaptioning::CaptioningColor edgeColor_ = zelcaptioning::kCaptioningColor_Transparent;
+    float textOpacity_ = 1.0f;
+    float backgroundOpacity_ = 1.0f;
+    float edgeOpacity_ = 0.0f;
+    float fontSize_ = 20.0f;
+    float edgeWidth_ = 0.0f;
+    bool eyedropperActive_ = false;
+    // The block's column and row (from 1) as the fields last showed them.
+    std::int32_t shownColumn_ = 1;
+    std::int32_t shownRow_ = 1;
 };
 
 } // namespace HandlerCaptions

@@ -6,6 +6,7 @@
 #include "CaptionCommandIds.h"
 #include "CaptionEdit.h"
 #include "CaptionsPane.h"
+#include "CaptionsToolbar.h"
 
 namespace HandlerCaptions {
 
@@ -115,6 +116,10 @@ bool CaptionsView::ObeyCommand(const UIF::Command& command) {
 }
 
 bool CaptionsView::ObeyEditCommand(UIF::CommandID id) {
+    if (id == UIF::kCommand_Find && toolbar_) {
+        toolbar_->FilterBox().HandleControlRequest(zelui::controls::kControlRequest_Activate);
+        return true;
+    }
     CaptionEdit* text = pane_->GetFocusedTextControl();
     if (!text) {
         return false;

@@ -75,6 +75,7 @@ void CaptionsView::CreateToolbar() {
     };
     bar.XPercentField().NotifyWhenChangedInteractively(place);
     bar.YPercentField().NotifyWhenChangedInteractively(place);
+    TieColorAndPositionControls();
 }
 
 void CaptionsView::StreamChanged(const KSL::InterfaceRef<BE::ICaptioningStream>& stream) {
@@ -121,6 +122,7 @@ void CaptionsView::ShowSelectionStyle() {
     toolbar_->SizeField().SetValue(style.fontSize);
     toolbar_->EdgeField().SetValue(style.edgeWidth);
     toolbar_->OpenPositionGrid().SetSelectionFromAnchor(style.anchor);
+    ShowSelectionColors(style);
 }
 
 void CaptionsView::UpdateEnabling() {

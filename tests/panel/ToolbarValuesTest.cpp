@@ -1,0 +1,93 @@
+// Toolbar controls that set values of the selection: block position by
+// column and row, colours from the picker, opacity.
+#include "PanelTestSupport.h"
+
+#include "CaptionCommandIds.h"
+#include "CaptionsToolbar.h"
+#include "PlatformHost/HostAccess.h"
+#include "UIF/CommandRouting.h"
+
+#include <QApplication>
+#include <QLineEdit>
+#include <QTest>
+
+#include <gtest/gtest.h>
+
+namespace {
+
+using HandlerCaptions::CaptionsToolbar;
+using panel_test::PanelTest;
+using panel_test::Utf8;
+
+class ToolbarValuesTest : public PanelTest {
+protected:
+    CaptionsToolbar& Bar() { return *View().GetToolbar(); }
+    void Type(zelui::controls::UI_ControlView& field, const char* value) {
+        QWidget* widget = platform::ui::WidgetOf(field);
+        QTest::mouseClick(widget, Qt::LeftButton, {}, QPoint(5, 8));
+        auto* editor = widget->findChild<QLineEdit*>();
+        ASSERT_NE(editor, nullptr);
+        editor->selectAll();
+        QTest::keyClicks(editor, value);
+        QTest::keyClick(editor, Qt::Key_Return);
+        QApplication::processEvents();
+    }
+    zelcaptioning::Position FirstLine(std::int32_t row) {
+        return Rows().At(row)->GetCaption()->GetCaptionTextParagraph(0)->GetCaptionPosition();
+    }
+    zelcaptioning::TextSpanAttributes FirstSpan(std::int32_t row) {
+        return Rows()
+            .At(row)
+            ->GetCaption()
+            ->GetCaptionTextParagraph(0)
+            ->GetCaptionTextSpan(0)
+            ->GetTextSpanStyleAttributes();
+    }
+};
+
+TEST_F(ToolbarValuesTest, ColumnAndRowFieldsMoveTheBlockAndTheGridFollows) {
+    OpenDemoWithPanel();
+    ClickPane(20, 20);
+    // The fields show the block's column and row of the 32 by 15 grid, from 1.
+    const zelcaptioning::Position at = FirstLine(0);
+    const auto column = zelcaptioning::ValueWithScale(at.GetX(), 32, true) + 1;
+    EXPECT_EQ(Bar().ColumnField().GetValue(), column);
+    EXPECT_EQ(Bar().RowField().GetValue(), zelcaptioning::ValueWithScale(at.GetY(), 15, true) + 1);
+    const std::size_t steps = UndoHistory().GetStepCount();
+    const std::string twoRight = std::to_string(column + 2);
+    Type(Bar().ColumnField(), twoRight.c_str());
+    EXPECT_EQ(FirstLine(0).GetX(), at.GetX() + zelcaptioning::Rational(2, 32));
+    EXPECT_EQ(Utf8(UndoHistory().GetUndoStepName()), "Move Caption Paragraph");
+    Type(Bar().ColumnField(), twoRight.c_str());
+    EXPECT_EQ(UndoHistory().GetStepCount(), steps + 1) << "the same value again does nothing";
+
+    // The grid's top-left cell takes the block to the first column and row.
+    QWidget* grid = platform::ui::WidgetOf(Bar().PositionGrid());
+    QTest::mouseClick(grid, Qt::LeftButton, {}, QPoint(1, 1));
+    QApplication::processEvents();
+    EXPECT_EQ(Bar().ColumnField().GetValue(), 1);
+    EXPECT_EQ(Bar().RowField().GetValue(), 1);
+    EXPECT_EQ(FirstLine(0).GetX(), zelcaptioning::Rational(0));
+    EXPECT_EQ(FirstLine(0).GetY(), zelcaptioning::Rational(0));
+}
+
+TEST_F(ToolbarValuesTest, APickedColourGoesToTheColourTarget) {
+    OpenDemoWithPanel();
+    ClickPane(20, 20);
+    ASSERT_TRUE(UIF::SendCommand(HandlerCaptions::kCommand_TextColor));
+    QWidget* picker = platform::ui::WidgetOf(Bar().ColorPicker());
+    ASSERT_NE(picker, nullptr);
+    // The second preset, right of the current colour's swatch, is yellow.
+    const int size = picker->height() - 6;
+    QTest::mouseClick(picker, Qt::LeftButton, {},
+                      QPoint(picker->height() + 4 + size + 2 + size / 2, picker->height() / 2));
+    QApplication::processEvents();
+    EXPECT_EQ(FirstSpan(0).textColor, zelcaptioning::CaptioningColor(1, 1, 0, 1));
+    EXPECT_EQ(Utf8(UndoHistory().GetUndoStepName()), "Change Caption Color");
+
+    ASSERT_TRUE(UIF::SendCommand(HandlerCaptions::kCommand_BackgroundColor));
+    Type(Bar().OpacityField(), "50");
+    EXPECT_FLOAT_EQ(FirstSpan(0).backgroundColor.Alpha(), 0.5f);
+}
+
+} // namespace

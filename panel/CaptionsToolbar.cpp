@@ -1,7 +1,6 @@
 #include "CaptionsToolbar.h"
 
 #include "CaptionCommandIds.h"
-#include "TD/TitlerFontList.h"
 #include "UIF/ViewBase.h"
 
 namespace HandlerCaptions {
@@ -14,7 +13,8 @@ constexpr float kDefaultFontSize = 20.0f;
 } // namespace
 
 CaptionsToolbar::CaptionsToolbar(UIF::ViewBase& view)
-    : view_(view) {
+    : view_(view)
+    , fonts_(TD::GetTitlerFontList()) {
     using namespace zelui::controls;
     filterBox_ = Add(new UI_SearchBox(),
                      u"$$$/Corvala/Handlers/Captions/FilterTooltop=Filter caption content");
@@ -26,7 +26,7 @@ CaptionsToolbar::CaptionsToolbar(UIF::ViewBase& view)
     fontLabel_->SetAlignment(kControlAlignment_Right);
     fontFamilyPopup_ =
         Add(new UI_Popup(), u"$$$/Corvala/Handlers/Captions/FontFamilyTooltip=Select Font Family");
-    for (const TD::TitlerFontFamily& family : TD::GetTitlerFontList()) {
+    for (const TD::TitlerFontFamily& family : fonts_) {
         fontFamilyPopup_->AddItem(family.familyName);
     }
     fontWeightPopup_ =

@@ -2,6 +2,7 @@
 
 #include "BE/ICaptioningStream.h"
 #include "PositionGridControl.h"
+#include "TD/TitlerFontList.h"
 #include "UIF/ColorPickerControl.h"
 #include "UIF/PictureButton.h"
 #include "zelcaptioning/StreamFormat.h"
@@ -84,6 +85,8 @@ public:
     PositionGridControl& PositionGrid() { return *positionGrid_; }
     PositionGridControl& OpenPositionGrid() { return *openPositionGrid_; }
     UIF::ColorPickerControl& ColorPicker() { return *colorPicker_; }
+    // The font families the family popup lists, in its order.
+    const std::vector<TD::TitlerFontFamily>& GetFonts() const { return fonts_; }
     // The picture button that sends the command; null for another id.
     UIF::PictureButton* ButtonFor(UIF::CommandID command) const;
 
@@ -99,6 +102,7 @@ private:
                std::int32_t width, std::int32_t height);
 
     UIF::ViewBase& view_;
+    std::vector<TD::TitlerFontFamily> fonts_;
     bool openCaptions_ = false;
     std::map<std::int32_t, zelcaptioning::CaptionType> typeOfItem_;
 

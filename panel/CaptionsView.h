@@ -112,6 +112,11 @@ private:
     void GridFieldsChanged(std::int32_t column, std::int32_t row);
     void ShowSelectionColors(const caption_editor::StyleSummary& style);
     bool HandleColorPickerMessage(const KSL::Message& message);
+    void TieStyleControls();
+    void ShowFont(const caption_editor::StyleSummary& style);
+    void WeightChosen(const zelcore::UTF16String& styleName);
+    void ShowLegalColors();
+    void PickColorInDialog();
     // Shows the selection's style in the toolbar.
     void ShowSelectionStyle();
     // A text button under the list that runs a pane action when clicked.
@@ -138,6 +143,8 @@ private:
     float fontSize_ = 20.0f;
     float edgeWidth_ = 0.0f;
     bool eyedropperActive_ = false;
+    // The family whose styles the weight popup lists (-1: none).
+    std::int32_t shownFamilyItem_ = -1;
     // The block's column and row (from 1) as the fields last showed them.
     std::int32_t shownColumn_ = 1;
     std::int32_t shownRow_ = 1;

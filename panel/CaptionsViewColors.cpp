@@ -182,6 +182,12 @@ bool CaptionsView::HandleColorPickerMessage(const KSL::Message& message) {
         }
         return true;
     }
+    if (message.As<UIF::ColorPickerSwatchClickedMessage>()) {
+        if (pane_ && IsOpenCaptions()) {
+            PickColorInDialog();
+        }
+        return true;
+    }
     if (message.As<UIF::ColorPickerSwatchStartEyedropperModeMessage>()) {
         eyedropperActive_ = true;
         return true;

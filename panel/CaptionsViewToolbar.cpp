@@ -76,6 +76,7 @@ void CaptionsView::CreateToolbar() {
     bar.XPercentField().NotifyWhenChangedInteractively(place);
     bar.YPercentField().NotifyWhenChangedInteractively(place);
     TieColorAndPositionControls();
+    TieStyleControls();
 }
 
 void CaptionsView::StreamChanged(const KSL::InterfaceRef<BE::ICaptioningStream>& stream) {
@@ -123,6 +124,9 @@ void CaptionsView::ShowSelectionStyle() {
     toolbar_->EdgeField().SetValue(style.edgeWidth);
     toolbar_->OpenPositionGrid().SetSelectionFromAnchor(style.anchor);
     ShowSelectionColors(style);
+    if (IsOpenCaptions()) {
+        ShowFont(style);
+    }
 }
 
 void CaptionsView::UpdateEnabling() {

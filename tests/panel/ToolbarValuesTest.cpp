@@ -8,7 +8,9 @@
 #include "UIF/CommandRouting.h"
 
 #include <QApplication>
+#include <QComboBox>
 #include <QLineEdit>
+#include <QMenu>
 #include <QTest>
 
 #include <gtest/gtest.h>
@@ -88,6 +90,47 @@ TEST_F(ToolbarValuesTest, APickedColourGoesToTheColourTarget) {
     ASSERT_TRUE(UIF::SendCommand(HandlerCaptions::kCommand_BackgroundColor));
     Type(Bar().OpacityField(), "50");
     EXPECT_FLOAT_EQ(FirstSpan(0).backgroundColor.Alpha(), 0.5f);
+}
+
+TEST_F(ToolbarValuesTest, TheSwatchOffersTheColoursTheFormatAllows) {
+    OpenDemoWithPanel();
+    ClickPane(20, 20);
+    ASSERT_TRUE(UIF::SendCommand(HandlerCaptions::kCommand_TextColor));
+    std::vector<std::string> offered;
+    host_test::WhenModalLoopRuns([&] {
+        auto* menu = qobject_cast<QMenu*>(QApplication::activePopupWidget());
+        ASSERT_NE(menu, nullptr);
+        for (QAction* action : menu->actions()) {
+            offered.push_back(action->text().toStdString());
+        }
+        for (QAction* action : menu->actions()) {
+            if (action->text() == QStringLiteral("Cyan")) {
+                menu->setActiveAction(action);
+            }
+        }
+        QTest::keyClick(menu, Qt::Key_Return);
+    });
+    QTest::mouseClick(platform::ui::WidgetOf(Bar().Swatch()), Qt::LeftButton);
+    QApplication::processEvents();
+    EXPECT_EQ(offered.size(), 7u) << "the seven text colours of CEA-608";
+    EXPECT_EQ(FirstSpan(0).textColor, zelcaptioning::CaptioningColor(0, 1, 1, 1));
+}
+
+TEST_F(ToolbarValuesTest, AChosenWeightSetsBoldAndItalicAsItsNameSays) {
+    OpenDemoWithPanel();
+    const auto clip = Clip(host_test::kCaptionedClip);
+    Pane().ShowStream(clip, clip->FindCaptioningStream(zelcaptioning::kStreamFormat_OpenCaptions));
+    ClickPane(20, 20);
+    auto* weights = qobject_cast<QComboBox*>(platform::ui::WidgetOf(Bar().FontWeightPopup()));
+    ASSERT_NE(weights, nullptr);
+    const int bold = weights->findText(QStringLiteral("Bold"));
+    ASSERT_GE(bold, 0) << "the selection's family lists its styles";
+    weights->setCurrentIndex(bold);
+    weights->activated(bold);
+    QApplication::processEvents();
+    EXPECT_TRUE(FirstSpan(0).IsBolded());
+    EXPECT_FALSE(FirstSpan(0).IsItalicized());
+    EXPECT_TRUE(Bar().ButtonFor(HandlerCaptions::kCommand_Bold)->IsPressed());
 }
 
 } // namespace

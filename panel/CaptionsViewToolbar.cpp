@@ -56,8 +56,15 @@ void CaptionsView::CreateToolbar() {
         }
     });
     bar.EdgeField().NotifyWhenChangedInteractively([this](const auto& message) {
-        if (IsFinal(message)) {
-            pane_->SetEdgeWidth(static_cast<float>(toolbar_->EdgeField().GetValue()));
+        if (!IsFinal(message)) {
+            return;
+        }
+        const float oldWidth = edgeWidth_;
+        edgeWidth_ = static_cast<float>(toolbar_->EdgeField().GetValue());
+        pane_->SetEdgeWidth(edgeWidth_);
+        // A newly widened edge shows at once in the edge colour.
+        if (oldWidth == 0.0f && edgeWidth_ > 0.0f) {
+            pane_->SetColor(edgeColor_, kColorTarget_Edge);
         }
     });
     bar.OpenPositionGrid().NotifyWhenChanged([this](const auto&) {

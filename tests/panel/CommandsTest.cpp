@@ -4,6 +4,7 @@
 
 #include "CaptionCommandIds.h"
 #include "UIF/CommandRouting.h"
+#include "UIF/ShortcutManager.h"
 
 #include <QApplication>
 #include <QTest>
@@ -61,6 +62,18 @@ TEST_F(CommandsTest, StyleCommandsToggleWhatTheSelectionHas) {
                   ->GetParagraphStyleAttributes()
                   .GetTextAlignment(),
               zelcaptioning::kTextAlignment_Right);
+}
+
+TEST_F(CommandsTest, AKeyBoundInTheShortcutListRunsItsCommandWhileThePanelHasTheFocus) {
+    OpenDemoWithPanel();
+    ASSERT_EQ(
+        UIF::ShortcutManager::Instance()->BindKey("captions", "cmd.captions.underline", "Ctrl+U"),
+        UIF::kBind_Done);
+    ClickPane(20, 2 * CaptionsPane::kRowPitchPx + 20);
+    QTest::keyClick(QApplication::focusWidget(), Qt::Key_U, Qt::ControlModifier);
+    QApplication::processEvents();
+    EXPECT_TRUE(FirstSpan(2).IsUnderlined());
+    EXPECT_EQ(Utf8(UndoHistory().GetUndoStepName()), "Underline Caption Text");
 }
 
 TEST_F(CommandsTest, TheMusicNoteGoesInAtTheCaretAndEditingGoesOn) {

@@ -116,6 +116,30 @@ TEST_F(ToolbarValuesTest, TheSwatchOffersTheColoursTheFormatAllows) {
     EXPECT_EQ(FirstSpan(0).textColor, zelcaptioning::CaptioningColor(0, 1, 1, 1));
 }
 
+TEST_F(ToolbarValuesTest, RaisingTheEdgeOpacityFromNothingGivesTheEdgeAWidth) {
+    OpenDemoWithPanel();
+    const auto clip = Clip(host_test::kCaptionedClip);
+    Pane().ShowStream(clip, clip->FindCaptioningStream(zelcaptioning::kStreamFormat_OpenCaptions));
+    // A caption without an edge.
+    std::int32_t row = -1;
+    for (std::int32_t i = 0; i < Rows().GetCount() && row < 0; ++i) {
+        const auto span = FirstSpan(i);
+        if (span.edgeWidth == 0.0f && span.edgeColor.Alpha() == 0.0f) {
+            row = i;
+        }
+    }
+    ASSERT_GE(row, 0) << "the demo has an open caption without an edge";
+    Pane().SetScrollOffset(
+        static_cast<std::uint32_t>(row * HandlerCaptions::CaptionsPane::kRowPitchPx));
+    ClickPane(20, 20);
+    ASSERT_EQ(Rows().GetCurrentIndex(), row);
+    const float size = FirstSpan(row).GetFontSize() > 0 ? FirstSpan(row).GetFontSize() : 20.0f;
+    ASSERT_TRUE(UIF::SendCommand(HandlerCaptions::kCommand_EdgeColor));
+    Type(Bar().OpacityField(), "100");
+    EXPECT_FLOAT_EQ(FirstSpan(row).edgeWidth, size / 10.0f);
+    EXPECT_FLOAT_EQ(FirstSpan(row).edgeColor.Alpha(), 1.0f);
+}
+
 TEST_F(ToolbarValuesTest, AChosenWeightSetsBoldAndItalicAsItsNameSays) {
     OpenDemoWithPanel();
     const auto clip = Clip(host_test::kCaptionedClip);

@@ -1,6 +1,7 @@
 #include "captionformats/EbuStlReader.h"
 #include "captionformats/EbuStlWriter.h"
 
+#include "DiagnosticMessages.h"
 #include "FormatSamples.h"
 #include "RandomCaptions.h"
 
@@ -25,13 +26,7 @@ ReadResult ReadSample(const char* relative) {
     return EbuStlReader().Read(test::ReadBytes(file), {file.filename().string()});
 }
 
-std::vector<std::string> Messages(const std::vector<Diagnostic>& diagnostics) {
-    std::vector<std::string> messages;
-    for (const Diagnostic& diagnostic : diagnostics) {
-        messages.push_back(ToString(diagnostic));
-    }
-    return messages;
-}
+using format_test::Messages;
 
 std::string Text(const Caption& caption) {
     return zelcore::ToUTF8(caption.GetPlainText());

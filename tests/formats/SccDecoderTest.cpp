@@ -2,6 +2,7 @@
 #include "captionformats/SccReader.h"
 #include "captionformats/SccWriter.h"
 
+#include "DiagnosticMessages.h"
 #include "FormatSamples.h"
 
 #include <gmock/gmock.h>
@@ -21,13 +22,7 @@ ReadResult Decode(const std::string& words) {
     return SccReader().Read("Scenarist_SCC V1.0\n\n00:00:01:00\t" + words + "\n", {"t.scc"});
 }
 
-std::vector<std::string> Messages(const std::vector<Diagnostic>& diagnostics) {
-    std::vector<std::string> messages;
-    for (const Diagnostic& diagnostic : diagnostics) {
-        messages.push_back(ToString(diagnostic));
-    }
-    return messages;
-}
+using format_test::Messages;
 
 // RCL, PAC row 14 column 0 (94 d0), the words, EOC; then EDM four frames later.
 std::string PopOn(const std::string& words) {

@@ -1,6 +1,7 @@
 #include "captionformats/SccReader.h"
 #include "captionformats/SccWriter.h"
 
+#include "DiagnosticMessages.h"
 #include "FfmpegCea608.h"
 #include "FormatSamples.h"
 #include "RandomCaptions.h"
@@ -20,13 +21,7 @@ using ::testing::HasSubstr;
 
 const zelmediatypes::TickTime kFrame{zelmediatypes::kTicksPerSecond * 1001 / 30000};
 
-std::vector<std::string> Messages(const std::vector<Diagnostic>& diagnostics) {
-    std::vector<std::string> messages;
-    for (const Diagnostic& diagnostic : diagnostics) {
-        messages.push_back(ToString(diagnostic));
-    }
-    return messages;
-}
+using format_test::Messages;
 
 int Draw(std::mt19937& random, int low, int high) {
     return std::uniform_int_distribution<int>(low, high)(random);

@@ -1,6 +1,7 @@
 #include "captionformats/SrtReader.h"
 #include "captionformats/SrtWriter.h"
 
+#include "DiagnosticMessages.h"
 #include "FormatSamples.h"
 #include "RandomCaptions.h"
 
@@ -20,13 +21,7 @@ ReadResult ReadSrt(std::string_view text) {
     return SrtReader().Read(text, {"in.srt"});
 }
 
-std::vector<std::string> Messages(const std::vector<Diagnostic>& diagnostics) {
-    std::vector<std::string> messages;
-    for (const Diagnostic& diagnostic : diagnostics) {
-        messages.push_back(ToString(diagnostic));
-    }
-    return messages;
-}
+using format_test::Messages;
 
 // Every sample with listed items decodes to those items: times to the
 // millisecond and the text of each line. The UTF-16 sample decodes to the

@@ -2,6 +2,7 @@
 #include "captionformats/TtmlReader.h"
 #include "captionformats/TtmlWriter.h"
 
+#include "DiagnosticMessages.h"
 #include "FormatSamples.h"
 #include "RandomCaptions.h"
 
@@ -21,13 +22,7 @@ ReadResult ReadTtml(std::string_view text) {
     return TtmlReader().Read(text, {"in.ttml"});
 }
 
-std::vector<std::string> Messages(const std::vector<Diagnostic>& diagnostics) {
-    std::vector<std::string> messages;
-    for (const Diagnostic& diagnostic : diagnostics) {
-        messages.push_back(ToString(diagnostic));
-    }
-    return messages;
-}
+using format_test::Messages;
 
 std::int64_t Microseconds(zelmediatypes::TickTime time) {
     return time.GetTicks() / (zelmediatypes::kTicksPerSecond / 1'000'000);

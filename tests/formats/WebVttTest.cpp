@@ -1,6 +1,7 @@
 #include "captionformats/WebVttReader.h"
 #include "captionformats/WebVttWriter.h"
 
+#include "DiagnosticMessages.h"
 #include "FormatSamples.h"
 #include "RandomCaptions.h"
 
@@ -20,13 +21,7 @@ ReadResult ReadVtt(std::string_view text) {
     return WebVttReader().Read(text, {"in.vtt"});
 }
 
-std::vector<std::string> Messages(const std::vector<Diagnostic>& diagnostics) {
-    std::vector<std::string> messages;
-    for (const Diagnostic& diagnostic : diagnostics) {
-        messages.push_back(ToString(diagnostic));
-    }
-    return messages;
-}
+using format_test::Messages;
 
 std::string Describe(const CaptionTextParagraph& paragraph) {
     std::ostringstream text;

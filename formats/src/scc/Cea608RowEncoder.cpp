@@ -1,5 +1,6 @@
 #include "scc/Cea608RowEncoder.h"
 
+#include "common/CodePoints.h"
 #include "scc/Cea608Characters.h"
 #include "scc/Cea608Code.h"
 
@@ -25,20 +26,6 @@ std::pair<std::uint8_t, bool> PreambleRowBytes(int row) {
     const auto index = static_cast<std::size_t>(row - 1);
     const bool upper = row == 11 ? false : row < 11 ? (row % 2 == 0) : (row % 2 == 1);
     return {kFirstBytes[index], upper};
-}
-
-std::u32string CodePoints(const zelcore::UTF16String& text) {
-    std::u32string points;
-    for (std::size_t i = 0; i < text.size(); ++i) {
-        char32_t unit = text[i];
-        if (unit >= 0xD800 && unit <= 0xDBFF && i + 1 < text.size() && text[i + 1] >= 0xDC00 &&
-            text[i + 1] <= 0xDFFF) {
-            unit = 0x10000 + ((unit - 0xD800) << 10) + (text[i + 1] - 0xDC00);
-            ++i;
-        }
-        points += unit;
-    }
-    return points;
 }
 
 } // namespace

@@ -1,5 +1,6 @@
 #include "stl/StlTextEncoder.h"
 
+#include "common/CodePoints.h"
 #include "stl/Iso6937.h"
 
 #include <array>
@@ -31,20 +32,6 @@ int TeletextColorCode(const CaptioningColor& color) {
         }
     }
     return -1;
-}
-
-std::u32string CodePoints(const zelcore::UTF16String& text) {
-    std::u32string points;
-    for (std::size_t i = 0; i < text.size(); ++i) {
-        char32_t unit = text[i];
-        if (unit >= 0xD800 && unit <= 0xDBFF && i + 1 < text.size() && text[i + 1] >= 0xDC00 &&
-            text[i + 1] <= 0xDFFF) {
-            unit = 0x10000 + ((unit - 0xD800) << 10) + (text[i + 1] - 0xDC00);
-            ++i;
-        }
-        points += unit;
-    }
-    return points;
 }
 
 } // namespace

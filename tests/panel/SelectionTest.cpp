@@ -114,4 +114,45 @@ TEST_F(SelectionTest, ScrollingMovesByWholeRows) {
     EXPECT_EQ(Pane().GetFirstVisibleIndex(), 9);
 }
 
+// Counts the paint events a widget receives.
+class PaintCounter : public QObject {
+public:
+    int paints = 0;
+
+protected:
+    bool eventFilter(QObject*, QEvent* event) override {
+        paints += event->type() == QEvent::Paint;
+        return false;
+    }
+};
+
+TEST_F(SelectionTest, AWheelTurnThatCannotScrollRedrawsNothing) {
+    OpenDemoWithPanel();
+    PaintCounter counter;
+    PaneWidget().installEventFilter(&counter);
+    // Thumbnails arrive and are painted first.
+    for (int quiet = 0; quiet < 50; ++quiet) {
+        counter.paints = 0;
+        Wait(100);
+        if (counter.paints == 0) {
+            break;
+        }
+    }
+    ASSERT_EQ(counter.paints, 0) << "the pane never settled";
+    QWheelEvent up(QPointF(100, 40), PaneWidget().mapToGlobal(QPointF(100, 40)), QPoint(),
+                   QPoint(0, 120), Qt::NoButton, Qt::NoModifier, Qt::NoScrollPhase, false);
+    QApplication::sendEvent(&PaneWidget(), &up);
+    Wait(20);
+    EXPECT_EQ(Pane().GetScrollOffset(), 0u);
+    EXPECT_EQ(counter.paints, 0) << "at the top, a turn towards the top changes nothing";
+
+    QWheelEvent down(QPointF(100, 40), PaneWidget().mapToGlobal(QPointF(100, 40)), QPoint(),
+                     QPoint(0, -120), Qt::NoButton, Qt::NoModifier, Qt::NoScrollPhase, false);
+    QApplication::sendEvent(&PaneWidget(), &down);
+    Wait(20);
+    EXPECT_EQ(Pane().GetFirstVisibleIndex(), 1);
+    EXPECT_GT(counter.paints, 0);
+    PaneWidget().removeEventFilter(&counter);
+}
+
 } // namespace

@@ -1,5 +1,6 @@
 #include "Application.h"
 
+#include "BE/IMasterClip.h"
 #include "ExitCodes.h"
 #include "FileChooser.h"
 #include "HostWindow.h"
@@ -7,10 +8,13 @@
 #include "PlatformHost/HostAccess.h"
 #include "PluginFolders.h"
 #include "PluginLoader.h"
+#include "ProjectGestures.h"
 #include "QtText.h"
 #include "Screenshot.h"
 #include "UIF/MessageBox.h"
 #include "UIF/WindowClasses.h"
+#include "zelcaptioning/StreamFormat.h"
+#include "zelcore/UTF16String.h"
 
 #include <QApplication>
 #include <QMainWindow>
@@ -130,6 +134,18 @@ int RunApplication(const LaunchOptions& options) {
         PrintProblem("no panel named '" + options.panelName +
                      "' is registered (panels: " + AvailablePanels() + ")");
         return kExit_Failure;
+    }
+    if (options.streamFormat != zelcaptioning::kStreamFormat_None) {
+        const auto stream =
+            window.FindClipNamed(options.clipName)->FindCaptioningStream(options.streamFormat);
+        if (!stream) {
+            PrintProblem(
+                "the clip '" + options.clipName + "' has no " +
+                zelcore::ToUTF8(zelcaptioning::GetFullStreamFormatLabel(options.streamFormat)) +
+                " stream");
+            return kExit_Failure;
+        }
+        ProjectGestures::AnnounceStreamOpened(stream);
     }
     if (!interactive) {
         if (const auto problem = SaveScreenshot(window, options.screenshotPath)) {

@@ -11,6 +11,22 @@ CommandLineParse Error(std::string message) {
     return parse;
 }
 
+zelcaptioning::StreamFormat StreamFormatNamed(std::string_view name) {
+    if (name == "608") {
+        return zelcaptioning::kStreamFormat_CEA608;
+    }
+    if (name == "708") {
+        return zelcaptioning::kStreamFormat_CEA708;
+    }
+    if (name == "teletext") {
+        return zelcaptioning::kStreamFormat_Teletext;
+    }
+    if (name == "open") {
+        return zelcaptioning::kStreamFormat_OpenCaptions;
+    }
+    return zelcaptioning::kStreamFormat_None;
+}
+
 } // namespace
 
 CommandLineParse ParseCommandLine(const std::vector<std::string>& arguments) {
@@ -45,6 +61,12 @@ CommandLineParse ParseCommandLine(const std::vector<std::string>& arguments) {
             if (!takeValue(options.clipName)) {
                 return Error("--select needs the name of a master clip");
             }
+        } else if (argument == "--stream") {
+            std::string name;
+            if (!takeValue(name) || (options.streamFormat = StreamFormatNamed(name)) ==
+                                        zelcaptioning::kStreamFormat_None) {
+                return Error("--stream needs a caption stream format: 608, 708, teletext or open");
+            }
         } else if (argument.size() > 1 && argument.front() == '-') {
             return Error("unknown option '" + std::string(argument) + "'");
         } else {
@@ -59,6 +81,9 @@ CommandLineParse ParseCommandLine(const std::vector<std::string>& arguments) {
         return Error("--demo opens the example project; it cannot be combined with '" +
                      projectPaths[0] + "'");
     }
+    if (options.streamFormat != zelcaptioning::kStreamFormat_None && options.clipName.empty()) {
+        return Error("--stream opens a stream of the clip named by --select");
+    }
     if (demoRequested) {
         options.projectSource = LaunchOptions::ProjectSource::kDemoProject;
     } else if (!projectPaths.empty()) {
@@ -71,12 +96,14 @@ CommandLineParse ParseCommandLine(const std::vector<std::string>& arguments) {
 }
 
 std::string UsageText() {
-    return "usage: corvala [--demo | PROJECT] [--panel NAME] [--select CLIP] [--screenshot PATH]\n"
+    return "usage: corvala [--demo | PROJECT] [--panel NAME] [--select CLIP [--stream FORMAT]]\n"
+           "               [--screenshot PATH]\n"
            "\n"
            "  --demo             open the example project\n"
            "  PROJECT            open a project file (.json)\n"
            "  --panel NAME       open a panel at start, e.g. --panel captions\n"
            "  --select CLIP      select the master clip of that name at start\n"
+           "  --stream FORMAT    open that clip's caption stream: 608, 708, teletext or open\n"
            "  --screenshot PATH  render the main window to a PNG file and exit\n"
            "  --help             show this text\n"
            "\n"

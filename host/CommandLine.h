@@ -1,5 +1,7 @@
 #pragma once
 
+#include "zelcaptioning/StreamFormat.h"
+
 #include <optional>
 #include <string>
 #include <vector>
@@ -18,6 +20,8 @@ struct LaunchOptions {
     std::string panelName;
     // A master clip to select at start, by its name.
     std::string clipName;
+    // A caption stream of that clip to open at start; none when not asked.
+    zelcaptioning::StreamFormat streamFormat = zelcaptioning::kStreamFormat_None;
 };
 
 struct CommandLineParse {

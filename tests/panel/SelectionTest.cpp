@@ -5,6 +5,7 @@
 #include "MZ/Stations.h"
 
 #include <QApplication>
+#include <QDockWidget>
 #include <QTest>
 
 #include <gtest/gtest.h>
@@ -153,6 +154,26 @@ TEST_F(SelectionTest, AWheelTurnThatCannotScrollRedrawsNothing) {
     EXPECT_EQ(Pane().GetFirstVisibleIndex(), 1);
     EXPECT_GT(counter.paints, 0);
     PaneWidget().removeEventFilter(&counter);
+}
+
+TEST_F(SelectionTest, GrowingTheViewBringsTheScrollBackToAWholeRow) {
+    OpenDemoWithPanel();
+    const std::int32_t last = Rows().GetCount() - 1;
+    Pane().SelectRow(last, CaptionsPane::kSelectNotify_Keyboard);
+    QApplication::processEvents();
+    const std::uint32_t bottom = Pane().GetScrollOffset();
+    ASSERT_GT(bottom, 0u);
+    EXPECT_EQ(Pane().GetLastVisibleIndex(), last);
+
+    // Room for ten rows: the list can no longer scroll as far.
+    QDockWidget* dock = DockTitled("Captions");
+    ASSERT_NE(dock, nullptr);
+    Window().GetMainWindow().resize(1280, 1400);
+    Window().GetMainWindow().resizeDocks({dock}, {52 + 7 + 10 * 75 + 40 + 30}, Qt::Vertical);
+    QApplication::processEvents();
+    EXPECT_LT(Pane().GetScrollOffset(), bottom);
+    EXPECT_EQ(Pane().GetScrollOffset() % CaptionsPane::kRowPitchPx, 0u);
+    EXPECT_EQ(Pane().GetLastVisibleIndex(), last) << "the last row stays in sight";
 }
 
 } // namespace

@@ -1,6 +1,8 @@
 #include "CaptionEdits.h"
 
 #include "KSL/StationUtils.h"
+#include "file/CaptionJson.h"
+#include "journal/EditTargets.h"
 
 #include <algorithm>
 
@@ -158,6 +160,30 @@ bool RippleRemoveCaptionEdit::Revert() {
     AnnounceCaptionChange(stream_, caption_, BE::CaptionChangeKind::kAdded,
                           caption_->GetBeginTime());
     return true;
+}
+
+QJsonObject CaptionMembershipEdit::Describe() const {
+    if (applied_ == Membership::kAdd) {
+        QJsonObject description = Described("addCaption", StreamPlace(*stream_));
+        description.insert("caption", CaptionToJson(*caption_, "caption"));
+        return description;
+    }
+    QJsonObject description = Described("removeCaption", StreamPlace(*stream_));
+    description.insert("index", static_cast<qint64>(CaptionIndex(*stream_, *caption_)));
+    return description;
+}
+
+QJsonObject ReplaceCaptionEdit::Describe() const {
+    QJsonObject description = Described("replaceCaption", StreamPlace(*stream_));
+    description.insert("index", static_cast<qint64>(CaptionIndex(*stream_, *target_)));
+    description.insert("caption", CaptionToJson(*otherContent_, "caption"));
+    return description;
+}
+
+QJsonObject RippleRemoveCaptionEdit::Describe() const {
+    QJsonObject description = Described("rippleRemoveCaption", StreamPlace(*stream_));
+    description.insert("index", static_cast<qint64>(CaptionIndex(*stream_, *caption_)));
+    return description;
 }
 
 } // namespace platform::core

@@ -4,6 +4,8 @@
 #include "KSL/StationUtils.h"
 #include "MZ/ActivationMessages.h"
 #include "MZ/Stations.h"
+#include "file/SettingsJson.h"
+#include "journal/EditTargets.h"
 
 #include <utility>
 
@@ -46,6 +48,22 @@ bool SequenceSettingsEdit::Swap() {
     KSL::StationUtils::BroadcastMessage(sequence_->GetStationID(), message);
     KSL::StationUtils::BroadcastMessage(MZ::kStation_SequenceActivation, message);
     return true;
+}
+
+QJsonObject ClipSettingsEdit::Describe() const {
+    QJsonObject settings;
+    WriteClipSettings(otherSettings_, "settings", settings);
+    QJsonObject description = Described("clipSettings", ClipPlace(*clip_));
+    description.insert("settings", settings);
+    return description;
+}
+
+QJsonObject SequenceSettingsEdit::Describe() const {
+    QJsonObject settings;
+    WriteSequenceSettings(otherSettings_, "settings", settings);
+    QJsonObject description = Described("sequenceSettings", SequencePlace(*sequence_));
+    description.insert("settings", settings);
+    return description;
 }
 
 } // namespace platform::core

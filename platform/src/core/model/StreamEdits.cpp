@@ -2,6 +2,8 @@
 
 #include "BE/StreamMessages.h"
 #include "KSL/StationUtils.h"
+#include "file/JsonValues.h"
+#include "journal/EditTargets.h"
 
 namespace platform::core {
 namespace {
@@ -77,6 +79,23 @@ bool StreamFormatEdit::SwapFormat() {
                                   KSL::InterfaceRef<BE::ICaptioningStream>(stream_), oldFormat));
     AnnounceStreamChange(clip, stream_, BE::CaptioningStreamChangeKind::kFormatChanged);
     return true;
+}
+
+QJsonObject StreamMembershipEdit::Describe() const {
+    if (applied_ == Membership::kAdd) {
+        // A stream is added new and empty (Project::AddCaptioningStream); one
+        // added back with its captions is the undoing of its removal.
+        QJsonObject description = Described("addStream", ClipPlace(*clip_));
+        description.insert("format", NameToJson(stream_->GetStreamFormat(), "format"));
+        return description;
+    }
+    return Described("removeStream", StreamPlace(*stream_));
+}
+
+QJsonObject StreamFormatEdit::Describe() const {
+    QJsonObject description = Described("streamFormat", StreamPlace(*stream_));
+    description.insert("to", NameToJson(otherFormat_, "to"));
+    return description;
 }
 
 } // namespace platform::core

@@ -16,6 +16,7 @@ public:
                          KSL::InterfaceRef<CaptioningStream> stream, Membership applied);
     bool Apply() override;
     bool Revert() override;
+    QJsonObject Describe() const override;
 
 private:
     bool Attach();
@@ -35,6 +36,7 @@ public:
                      zelcaptioning::StreamFormat newFormat);
     bool Apply() override;
     bool Revert() override;
+    QJsonObject Describe() const override;
 
 private:
     bool SwapFormat();

@@ -5,6 +5,9 @@
 #include "MZ/ActivationMessages.h"
 #include "MZ/Stations.h"
 #include "Project.h"
+#include "file/JsonValues.h"
+#include "file/SettingsJson.h"
+#include "journal/EditTargets.h"
 
 #include <algorithm>
 
@@ -118,6 +121,29 @@ bool AddSequenceEdit::Revert() {
     AnnounceStructureChange(bin_->GetProject(), KSL::InterfaceRef<BE::IProjectItem>(sequence_),
                             BE::ProjectStructureChangeKind::kRemoved);
     return true;
+}
+
+QJsonObject AddBinEdit::Describe() const {
+    return {{"kind", "addBin"}, {"name", ToQString(bin_->GetName())}};
+}
+
+QJsonObject ClipMembershipEdit::Describe() const {
+    if (applied_ == Membership::kAdd) {
+        QJsonObject settings;
+        WriteClipSettings(clip_->GetSettings(), "settings", settings);
+        QJsonObject description = Described("addClip", BinPlace(*bin_));
+        description.insert("settings", settings);
+        return description;
+    }
+    return Described("removeClip", ClipPlace(*clip_));
+}
+
+QJsonObject AddSequenceEdit::Describe() const {
+    QJsonObject settings;
+    WriteSequenceSettings(sequence_->GetSettings(), "settings", settings);
+    QJsonObject description = Described("addSequence", BinPlace(*bin_));
+    description.insert("settings", settings);
+    return description;
 }
 
 } // namespace platform::core

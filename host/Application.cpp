@@ -8,6 +8,7 @@
 #include "PluginFolders.h"
 #include "PluginLoader.h"
 #include "QtText.h"
+#include "RecoveryPrompt.h"
 #include "Screenshot.h"
 #include "UIF/MessageBox.h"
 #include "UIF/WindowClasses.h"
@@ -119,6 +120,13 @@ int RunApplication(const LaunchOptions& options) {
     const bool interactive = options.screenshotPath.empty();
     HostRun run(interactive);
     HostWindow& window = run.Window();
+    window.GetDocument().SetJournalPolicy(
+        MakeJournalPolicy(options.recovery, interactive, [interactive](const std::string& problem) {
+            PrintProblem(problem);
+            if (interactive) {
+                ShowProblem(problem);
+            }
+        }));
     if (const int code = OpenStartProject(window, options); code != kExit_Success) {
         return code;
     }
@@ -130,6 +138,13 @@ int RunApplication(const LaunchOptions& options) {
         PrintProblem("no panel named '" + options.panelName +
                      "' is registered (panels: " + AvailablePanels() + ")");
         return kExit_Failure;
+    }
+    if (!options.saveAsPath.empty()) {
+        if (const auto error = window.GetDocument().SaveAs(options.saveAsPath)) {
+            PrintProblem("cannot save the project as " + options.saveAsPath + ": " +
+                         error->ToString());
+            return kExit_Failure;
+        }
     }
     if (!interactive) {
         if (const auto problem = SaveScreenshot(window, options.screenshotPath)) {

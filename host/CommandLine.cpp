@@ -45,6 +45,17 @@ CommandLineParse ParseCommandLine(const std::vector<std::string>& arguments) {
             if (!takeValue(options.clipName)) {
                 return Error("--select needs the name of a master clip");
             }
+        } else if (argument == "--recover" || argument == "--discard-recovery") {
+            const RecoveryRequest request =
+                argument == "--recover" ? RecoveryRequest::kRecover : RecoveryRequest::kDiscard;
+            if (options.recovery != RecoveryRequest::kAsk && options.recovery != request) {
+                return Error("--recover and --discard-recovery cannot be combined");
+            }
+            options.recovery = request;
+        } else if (argument == "--save-as") {
+            if (!takeValue(options.saveAsPath)) {
+                return Error("--save-as needs the path of the project file to write");
+            }
         } else if (argument.size() > 1 && argument.front() == '-') {
             return Error("unknown option '" + std::string(argument) + "'");
         } else {
@@ -71,13 +82,20 @@ CommandLineParse ParseCommandLine(const std::vector<std::string>& arguments) {
 }
 
 std::string UsageText() {
-    return "usage: corvala [--demo | PROJECT] [--panel NAME] [--select CLIP] [--screenshot PATH]\n"
+    return "usage: corvala [--demo | PROJECT] [--recover | --discard-recovery] [--panel NAME]\n"
+           "               [--select CLIP] [--save-as PATH] [--screenshot PATH]\n"
            "\n"
            "  --demo             open the example project\n"
            "  PROJECT            open a project file (.json)\n"
+           "  --recover          recover the project's unsaved changes from its edit journal\n"
+           "                     without asking\n"
+           "  --discard-recovery set the unsaved changes aside (renamed with the date)\n"
+           "                     without asking\n"
            "  --panel NAME       open a panel at start, e.g. --panel captions\n"
            "  --select CLIP      select the master clip of that name at start\n"
-           "  --screenshot PATH  render the main window to a PNG file and exit\n"
+           "  --save-as PATH     save the project to PATH once it is open\n"
+           "  --screenshot PATH  render the main window to a PNG file and exit (asks nothing:\n"
+           "                     unsaved changes found stay as they are)\n"
            "  --help             show this text\n"
            "\n"
            "Plug-ins load from the build's plug-in folder and from the folders listed in\n"

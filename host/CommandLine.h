@@ -1,5 +1,7 @@
 #pragma once
 
+#include "RecoveryPrompt.h"
+
 #include <optional>
 #include <string>
 #include <vector>
@@ -18,6 +20,10 @@ struct LaunchOptions {
     std::string panelName;
     // A master clip to select at start, by its name.
     std::string clipName;
+    // Unsaved changes of the project found at start (--recover, --discard-recovery).
+    RecoveryRequest recovery = RecoveryRequest::kAsk;
+    // Save the project to this path once it is open (and recovered); empty for none.
+    std::string saveAsPath;
 };
 
 struct CommandLineParse {

@@ -57,6 +57,7 @@ TEST(JournalKillTest, EveryAnnouncedEditSurvivesAKill) {
     unsigned long editsChecked = 0;
     int lost = 0;
     int withEditUnderWay = 0;
+    int tornRecords = 0;
     for (int kill = 0; kill < kKills; ++kill) {
         const std::uint32_t seed = 7000 + static_cast<std::uint32_t>(kill);
         SCOPED_TRACE("seed " + std::to_string(seed));
@@ -87,7 +88,12 @@ TEST(JournalKillTest, EveryAnnouncedEditSurvivesAKill) {
             host_test::RunCorvala({"--recover", project, "--save-as", recovered, "--screenshot",
                                    QString::fromStdString(folder.PathOf("shot.png"))});
         ASSERT_EQ(run.exitCode, 0) << run.standardError.toStdString();
-        EXPECT_FALSE(run.standardError.contains("corvala:")) << run.standardError.toStdString();
+        // A kill inside a write leaves a torn last record, reported and dropped;
+        // anything else corvala reports is a fault.
+        const qsizetype reports = run.standardError.count(QStringLiteral("corvala:"));
+        const bool torn = run.standardError.contains(QStringLiteral("torn: its"));
+        tornRecords += torn ? 1 : 0;
+        EXPECT_EQ(reports, torn ? 1 : 0) << run.standardError.toStdString();
         const std::string got = ReadBytes(recovered);
         editsChecked += announced;
         if (got == SavedAfter(seed, announced)) {
@@ -103,7 +109,7 @@ TEST(JournalKillTest, EveryAnnouncedEditSurvivesAKill) {
     }
     std::cout << "[ kill test ] kills " << kKills << ", edits checked " << editsChecked
               << ", edits lost " << lost << ", kills with the edit under way recovered "
-              << withEditUnderWay << '\n';
+              << withEditUnderWay << ", torn last records dropped " << tornRecords << '\n';
     EXPECT_EQ(lost, 0);
 }
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include <QJsonObject>
+#include <string>
 
 namespace platform::core {
 
@@ -16,11 +16,12 @@ public:
     virtual bool Apply() = 0;
     virtual bool Revert() = 0;
 
-    // What Apply would do, for the edit journal (platform/PROJECT_FORMAT.md):
-    // the edit's kind, its target by its place in the project, and its new
-    // content. Called before Apply, while the target is still where the model
-    // found it; throws JsonValueError for content a project file cannot hold.
-    virtual QJsonObject Describe() const = 0;
+    // What Apply would do, for the edit journal (platform/PROJECT_FORMAT.md),
+    // as the text of a compact JSON object: the edit's kind, its target by its
+    // place in the project, and its new content. Called before Apply, while
+    // the target is still where the model found it; throws JsonValueError for
+    // content a project file cannot hold.
+    virtual std::string Describe() const = 0;
 };
 
 } // namespace platform::core

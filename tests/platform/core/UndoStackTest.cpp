@@ -24,7 +24,7 @@ public:
         , blocked_(blocked) {}
     bool Apply() override { return Change(amount_); }
     bool Revert() override { return Change(-amount_); }
-    QJsonObject Describe() const override { return {{"add", amount_}}; }
+    std::string Describe() const override { return "{\"add\":" + std::to_string(amount_) + "}"; }
 
 private:
     bool Change(int delta) {
@@ -147,7 +147,7 @@ TEST_F(UndoStackTest, StepRequestedWhileAStepIsUndoneIsRefused) {
         explicit ReentrantEdit(UndoStack* s)
             : stack_(s) {}
         bool Apply() override { return true; }
-        QJsonObject Describe() const override { return {}; }
+        std::string Describe() const override { return "{}"; }
         bool Revert() override {
             int scratch = 0;
             EXPECT_THROW(

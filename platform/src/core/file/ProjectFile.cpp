@@ -71,9 +71,7 @@ SerializedProject SerializeProject(const KSL::InterfaceRef<IProject>& project) {
         throw KSL::Exception("SerializeProject needs a project");
     }
     try {
-        const QByteArray bytes =
-            platform::core::ProjectJsonText(platform::core::ProjectToJson(*project));
-        return {bytes.toStdString(), std::nullopt};
+        return {platform::core::ProjectJsonText(*project), std::nullopt};
     } catch (const platform::core::JsonValueError& error) {
         return {{}, ValueError(error)};
     }

@@ -5,11 +5,10 @@
 #include "KSL/Exception.h"
 #include "ModelEdit.h"
 #include "file/JsonReader.h"
+#include "file/JsonText.h"
 #include "model/Project.h"
 
 #include <QByteArray>
-#include <QJsonDocument>
-#include <QJsonObject>
 #include <QTimer>
 
 #include <cerrno>
@@ -83,14 +82,8 @@ struct EditJournal::Impl final : EditRecorder {
         return true;
     }
 
-    void Append(const QJsonObject& record) {
-        if (fd < 0) {
-            return;
-        }
-        const QByteArray payload = QJsonDocument(record).toJson(QJsonDocument::Compact);
-        if (Write(platform::core::JournalLine(
-                std::string_view(payload.constData(), static_cast<std::size_t>(payload.size())))) &&
-            !flushTimer.isActive()) {
+    void Append(std::string_view payload) {
+        if (fd >= 0 && Write(platform::core::JournalLine(payload)) && !flushTimer.isActive()) {
             flushTimer.start();
         }
     }
@@ -114,24 +107,29 @@ struct EditJournal::Impl final : EditRecorder {
     Mark RecordEdit(const platform::core::ModelEdit& edit, UndoMode mode,
                     std::u16string_view actionName) override {
         const Mark mark = size;
-        QJsonObject record{{"op", "edit"}, {"undo", mode == UndoMode::kAsUndoStep}};
-        if (mode == UndoMode::kAsUndoStep && !actionName.empty()) {
-            record.insert("name", QString::fromUtf16(actionName.data(),
-                                                     static_cast<qsizetype>(actionName.size())));
+        if (fd < 0) {
+            return mark;
         }
+        std::string payload = "{\"edit\":";
         try {
-            record.insert("edit", edit.Describe());
+            payload += edit.Describe();
         } catch (const platform::core::JsonValueError& error) {
             Fail("a change holds what a project file cannot: " + error.GetPath() + ": " +
                  error.what());
             return mark;
         }
-        Append(record);
+        if (mode == UndoMode::kAsUndoStep && !actionName.empty()) {
+            payload += ",\"name\":";
+            platform::core::AppendJsonString(actionName, payload);
+        }
+        payload += mode == UndoMode::kAsUndoStep ? ",\"op\":\"edit\",\"undo\":true}"
+                                                 : ",\"op\":\"edit\",\"undo\":false}";
+        Append(payload);
         return mark;
     }
-    void RecordUndo() override { Append({{"op", "undo"}}); }
-    void RecordRedo() override { Append({{"op", "redo"}}); }
-    void RecordHistoryCleared() override { Append({{"op", "clearHistory"}}); }
+    void RecordUndo() override { Append(R"({"op":"undo"})"); }
+    void RecordRedo() override { Append(R"({"op":"redo"})"); }
+    void RecordHistoryCleared() override { Append(R"({"op":"clearHistory"})"); }
     void Retract(Mark mark) override {
         if (fd >= 0 && mark < size) {
             Truncate(mark);

@@ -1,8 +1,12 @@
 #include "EditTargets.h"
 
 #include "KSL/Exception.h"
+#include "file/CaptionJson.h"
 #include "file/EnumNames.h"
+#include "file/JsonText.h"
 #include "file/JsonValues.h"
+
+#include <QJsonDocument>
 
 #include <algorithm>
 
@@ -19,10 +23,6 @@ std::size_t IndexIn(const std::vector<KSL::InterfaceRef<T>>& items, const T* ite
         throw KSL::Exception(std::string("the ") + what + " is not part of a project");
     }
     return static_cast<std::size_t>(found - items.begin());
-}
-
-qint64 AsJsonIndex(std::size_t index) {
-    return static_cast<qint64>(index);
 }
 
 const Bin& OwningBin(const Bin* bin, const char* what) {
@@ -44,32 +44,83 @@ std::size_t IndexMember(const JsonReader& description, const char* key, std::siz
 
 } // namespace
 
-QJsonObject BinPlace(const Bin& bin) {
+EditDescription::EditDescription(std::string_view kind) {
+    text_ = "{\"kind\":";
+    AppendJsonString(kind, text_);
+}
+
+void EditDescription::Key(std::string_view key) {
+    text_ += ',';
+    AppendJsonString(key, text_);
+    text_ += ':';
+}
+
+EditDescription& EditDescription::Index(std::string_view key, std::size_t index) {
+    Key(key);
+    AppendJsonInteger(static_cast<std::int64_t>(index), text_);
+    return *this;
+}
+
+EditDescription& EditDescription::Text(std::string_view key, std::u16string_view text) {
+    Key(key);
+    AppendJsonString(text, text_);
+    return *this;
+}
+
+EditDescription& EditDescription::Name(std::string_view key, std::string_view asciiName) {
+    Key(key);
+    AppendJsonString(asciiName, text_);
+    return *this;
+}
+
+EditDescription& EditDescription::Json(std::string_view key, std::string_view json) {
+    Key(key);
+    text_ += json;
+    return *this;
+}
+
+EditDescription& EditDescription::Object(std::string_view key, const QJsonObject& object) {
+    return Json(key, QJsonDocument(object).toJson(QJsonDocument::Compact).toStdString());
+}
+
+EditDescription& EditDescription::Caption(std::string_view key,
+                                          const zelcaptioning::Caption& caption) {
+    Key(key);
+    AppendCaptionJson(
+        caption, [&] { return std::string(key); }, text_);
+    return *this;
+}
+
+std::string EditDescription::Finish() && {
+    text_ += '}';
+    return std::move(text_);
+}
+
+EditDescription& AddPlace(const Bin& bin, EditDescription& description) {
     const Project* project = OwningBin(&bin, "bin").GetProject();
-    return {{"bin", AsJsonIndex(IndexIn(project->GetBins(), &bin, "bin"))}};
+    return description.Index("bin", IndexIn(project->GetBins(), &bin, "bin"));
 }
 
-QJsonObject ClipPlace(const MasterClip& clip) {
+EditDescription& AddPlace(const MasterClip& clip, EditDescription& description) {
     const Bin& bin = OwningBin(clip.GetOwner(), "master clip");
-    QJsonObject place = BinPlace(bin);
-    place.insert("clip", AsJsonIndex(IndexIn(bin.GetClips(), &clip, "master clip")));
-    return place;
+    return AddPlace(bin, description).Index("clip", IndexIn(bin.GetClips(), &clip, "master clip"));
 }
 
-QJsonObject SequencePlace(const Sequence& sequence) {
+EditDescription& AddPlace(const Sequence& sequence, EditDescription& description) {
     const Bin& bin = OwningBin(sequence.GetOwner(), "sequence");
-    QJsonObject place = BinPlace(bin);
-    place.insert("sequence", AsJsonIndex(IndexIn(bin.GetSequences(), &sequence, "sequence")));
-    return place;
+    return AddPlace(bin, description)
+        .Index("sequence", IndexIn(bin.GetSequences(), &sequence, "sequence"));
 }
 
-QJsonObject StreamPlace(const CaptioningStream& stream) {
+EditDescription& AddPlace(const CaptioningStream& stream, EditDescription& description) {
     if (!stream.GetOwner()) {
         throw KSL::Exception("the caption stream is not part of a project");
     }
-    QJsonObject place = ClipPlace(*stream.GetOwner());
-    place.insert("format", NameToJson(stream.GetStreamFormat(), "format"));
-    return place;
+    const std::optional<std::string_view> format = NameOf(stream.GetStreamFormat());
+    if (!format) {
+        throw JsonValueError("format", "the stream's format has no name in project files");
+    }
+    return AddPlace(*stream.GetOwner(), description).Name("format", *format);
 }
 
 std::size_t CaptionIndex(const CaptioningStream& stream, const zelcaptioning::Caption& caption) {
@@ -78,11 +129,6 @@ std::size_t CaptionIndex(const CaptioningStream& stream, const zelcaptioning::Ca
         throw KSL::Exception("the caption is not part of its caption stream");
     }
     return *index;
-}
-
-QJsonObject Described(const char* kind, QJsonObject place) {
-    place.insert("kind", QLatin1String(kind));
-    return place;
 }
 
 KSL::InterfaceRef<Bin> BinAt(Project& project, const JsonReader& description) {

@@ -162,28 +162,30 @@ bool RippleRemoveCaptionEdit::Revert() {
     return true;
 }
 
-QJsonObject CaptionMembershipEdit::Describe() const {
+std::string CaptionMembershipEdit::Describe() const {
     if (applied_ == Membership::kAdd) {
-        QJsonObject description = Described("addCaption", StreamPlace(*stream_));
-        description.insert("caption", CaptionToJson(*caption_, "caption"));
-        return description;
+        EditDescription description("addCaption");
+        return std::move(AddPlace(*stream_, description).Caption("caption", *caption_)).Finish();
     }
-    QJsonObject description = Described("removeCaption", StreamPlace(*stream_));
-    description.insert("index", static_cast<qint64>(CaptionIndex(*stream_, *caption_)));
-    return description;
+    EditDescription description("removeCaption");
+    return std::move(
+               AddPlace(*stream_, description).Index("index", CaptionIndex(*stream_, *caption_)))
+        .Finish();
 }
 
-QJsonObject ReplaceCaptionEdit::Describe() const {
-    QJsonObject description = Described("replaceCaption", StreamPlace(*stream_));
-    description.insert("index", static_cast<qint64>(CaptionIndex(*stream_, *target_)));
-    description.insert("caption", CaptionToJson(*otherContent_, "caption"));
-    return description;
+std::string ReplaceCaptionEdit::Describe() const {
+    EditDescription description("replaceCaption");
+    return std::move(AddPlace(*stream_, description)
+                         .Index("index", CaptionIndex(*stream_, *target_))
+                         .Caption("caption", *otherContent_))
+        .Finish();
 }
 
-QJsonObject RippleRemoveCaptionEdit::Describe() const {
-    QJsonObject description = Described("rippleRemoveCaption", StreamPlace(*stream_));
-    description.insert("index", static_cast<qint64>(CaptionIndex(*stream_, *caption_)));
-    return description;
+std::string RippleRemoveCaptionEdit::Describe() const {
+    EditDescription description("rippleRemoveCaption");
+    return std::move(
+               AddPlace(*stream_, description).Index("index", CaptionIndex(*stream_, *caption_)))
+        .Finish();
 }
 
 } // namespace platform::core

@@ -25,7 +25,7 @@ public:
                           boost::intrusive_ptr<zelcaptioning::Caption> caption, Membership applied);
     bool Apply() override;
     bool Revert() override;
-    QJsonObject Describe() const override;
+    std::string Describe() const override;
 
 private:
     bool Insert();
@@ -46,7 +46,7 @@ public:
                        const zelcaptioning::Caption& newContent);
     bool Apply() override;
     bool Revert() override;
-    QJsonObject Describe() const override;
+    std::string Describe() const override;
 
 private:
     bool SwapContent();
@@ -66,7 +66,7 @@ public:
                             boost::intrusive_ptr<zelcaptioning::Caption> caption);
     bool Apply() override;
     bool Revert() override;
-    QJsonObject Describe() const override;
+    std::string Describe() const override;
 
 private:
     KSL::InterfaceRef<CaptioningStream> stream_;

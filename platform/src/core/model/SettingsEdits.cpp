@@ -50,20 +50,18 @@ bool SequenceSettingsEdit::Swap() {
     return true;
 }
 
-QJsonObject ClipSettingsEdit::Describe() const {
+std::string ClipSettingsEdit::Describe() const {
     QJsonObject settings;
     WriteClipSettings(otherSettings_, "settings", settings);
-    QJsonObject description = Described("clipSettings", ClipPlace(*clip_));
-    description.insert("settings", settings);
-    return description;
+    EditDescription description("clipSettings");
+    return std::move(AddPlace(*clip_, description).Object("settings", settings)).Finish();
 }
 
-QJsonObject SequenceSettingsEdit::Describe() const {
+std::string SequenceSettingsEdit::Describe() const {
     QJsonObject settings;
     WriteSequenceSettings(otherSettings_, "settings", settings);
-    QJsonObject description = Described("sequenceSettings", SequencePlace(*sequence_));
-    description.insert("settings", settings);
-    return description;
+    EditDescription description("sequenceSettings");
+    return std::move(AddPlace(*sequence_, description).Object("settings", settings)).Finish();
 }
 
 } // namespace platform::core

@@ -14,7 +14,7 @@ public:
     ClipSettingsEdit(KSL::InterfaceRef<MasterClip> clip, BE::MasterClipSettings settings);
     bool Apply() override { return Swap(); }
     bool Revert() override { return Swap(); }
-    QJsonObject Describe() const override;
+    std::string Describe() const override;
 
 private:
     bool Swap();
@@ -32,7 +32,7 @@ public:
     SequenceSettingsEdit(KSL::InterfaceRef<Sequence> sequence, BE::SequenceSettings settings);
     bool Apply() override { return Swap(); }
     bool Revert() override { return Swap(); }
-    QJsonObject Describe() const override;
+    std::string Describe() const override;
 
 private:
     bool Swap();

@@ -81,21 +81,35 @@ bool StreamFormatEdit::SwapFormat() {
     return true;
 }
 
-QJsonObject StreamMembershipEdit::Describe() const {
+namespace {
+
+// The name of a format; a stream's format always has one.
+std::string_view FormatName(zelcaptioning::StreamFormat format) {
+    const std::optional<std::string_view> name = NameOf(format);
+    if (!name) {
+        throw JsonValueError("format", "the format has no name in project files");
+    }
+    return *name;
+}
+
+} // namespace
+
+std::string StreamMembershipEdit::Describe() const {
     if (applied_ == Membership::kAdd) {
         // A stream is added new and empty (Project::AddCaptioningStream); one
         // added back with its captions is the undoing of its removal.
-        QJsonObject description = Described("addStream", ClipPlace(*clip_));
-        description.insert("format", NameToJson(stream_->GetStreamFormat(), "format"));
-        return description;
+        EditDescription description("addStream");
+        return std::move(AddPlace(*clip_, description)
+                             .Name("format", FormatName(stream_->GetStreamFormat())))
+            .Finish();
     }
-    return Described("removeStream", StreamPlace(*stream_));
+    EditDescription description("removeStream");
+    return std::move(AddPlace(*stream_, description)).Finish();
 }
 
-QJsonObject StreamFormatEdit::Describe() const {
-    QJsonObject description = Described("streamFormat", StreamPlace(*stream_));
-    description.insert("to", NameToJson(otherFormat_, "to"));
-    return description;
+std::string StreamFormatEdit::Describe() const {
+    EditDescription description("streamFormat");
+    return std::move(AddPlace(*stream_, description).Name("to", FormatName(otherFormat_))).Finish();
 }
 
 } // namespace platform::core

@@ -16,7 +16,7 @@ public:
                          KSL::InterfaceRef<CaptioningStream> stream, Membership applied);
     bool Apply() override;
     bool Revert() override;
-    QJsonObject Describe() const override;
+    std::string Describe() const override;
 
 private:
     bool Attach();
@@ -36,7 +36,7 @@ public:
                      zelcaptioning::StreamFormat newFormat);
     bool Apply() override;
     bool Revert() override;
-    QJsonObject Describe() const override;
+    std::string Describe() const override;
 
 private:
     bool SwapFormat();

@@ -123,27 +123,27 @@ bool AddSequenceEdit::Revert() {
     return true;
 }
 
-QJsonObject AddBinEdit::Describe() const {
-    return {{"kind", "addBin"}, {"name", ToQString(bin_->GetName())}};
+std::string AddBinEdit::Describe() const {
+    EditDescription description("addBin");
+    return std::move(description.Text("name", zelcore::View(bin_->GetName()))).Finish();
 }
 
-QJsonObject ClipMembershipEdit::Describe() const {
+std::string ClipMembershipEdit::Describe() const {
     if (applied_ == Membership::kAdd) {
         QJsonObject settings;
         WriteClipSettings(clip_->GetSettings(), "settings", settings);
-        QJsonObject description = Described("addClip", BinPlace(*bin_));
-        description.insert("settings", settings);
-        return description;
+        EditDescription description("addClip");
+        return std::move(AddPlace(*bin_, description).Object("settings", settings)).Finish();
     }
-    return Described("removeClip", ClipPlace(*clip_));
+    EditDescription description("removeClip");
+    return std::move(AddPlace(*clip_, description)).Finish();
 }
 
-QJsonObject AddSequenceEdit::Describe() const {
+std::string AddSequenceEdit::Describe() const {
     QJsonObject settings;
     WriteSequenceSettings(sequence_->GetSettings(), "settings", settings);
-    QJsonObject description = Described("addSequence", BinPlace(*bin_));
-    description.insert("settings", settings);
-    return description;
+    EditDescription description("addSequence");
+    return std::move(AddPlace(*bin_, description).Object("settings", settings)).Finish();
 }
 
 } // namespace platform::core

@@ -7,6 +7,7 @@
 #include "PlatformHost/HostAccess.h"
 #include "PluginFolders.h"
 #include "PluginLoader.h"
+#include "PreferencesDialog.h"
 #include "QtText.h"
 #include "RecoveryPrompt.h"
 #include "Screenshot.h"
@@ -154,6 +155,7 @@ int RunApplication(const LaunchOptions& options) {
         std::cout << "corvala: wrote " << options.screenshotPath << '\n';
         return kExit_Success;
     }
+    window.GetAutosaver().SetIntervalMinutes(StoredAutosaveMinutes());
     window.GetMainWindow().show();
     if (!run.Plugins().failures.empty()) {
         const std::string text = DescribePluginFailures(run.Plugins().failures);

@@ -21,6 +21,7 @@ enum HostCommand : UIF::CommandID {
     kHostCommand_CloseClip = 41006,
     kHostCommand_Quit = 41007,
     kHostCommand_KeyboardShortcuts = 41010,
+    kHostCommand_Preferences = 41030,
     kHostCommand_AddCEA608Stream = 41020,
     kHostCommand_AddCEA708Stream = 41021,
     kHostCommand_AddTeletextStream = 41022,

@@ -20,6 +20,8 @@ public:
     virtual ~EditRecorder() = default;
 
     // Returns the place before the record, for an edit that then does not apply.
+    // Throws KSL::Exception, refusing the edit, for one whose target is not
+    // part of the project.
     virtual Mark RecordEdit(const ModelEdit& edit, BE::UndoMode mode,
                             std::u16string_view actionName) = 0;
     virtual void RecordUndo() = 0;

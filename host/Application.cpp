@@ -8,8 +8,10 @@
 #include "PlatformHost/HostAccess.h"
 #include "PluginFolders.h"
 #include "PluginLoader.h"
+#include "PreferencesDialog.h"
 #include "ProjectGestures.h"
 #include "QtText.h"
+#include "RecoveryPrompt.h"
 #include "Screenshot.h"
 #include "UIF/MessageBox.h"
 #include "UIF/WindowClasses.h"
@@ -123,6 +125,13 @@ int RunApplication(const LaunchOptions& options) {
     const bool interactive = options.screenshotPath.empty();
     HostRun run(interactive);
     HostWindow& window = run.Window();
+    window.GetDocument().SetJournalPolicy(
+        MakeJournalPolicy(options.recovery, interactive, [interactive](const std::string& problem) {
+            PrintProblem(problem);
+            if (interactive) {
+                ShowProblem(problem);
+            }
+        }));
     if (const int code = OpenStartProject(window, options); code != kExit_Success) {
         return code;
     }
@@ -147,6 +156,13 @@ int RunApplication(const LaunchOptions& options) {
         }
         ProjectGestures::AnnounceStreamOpened(stream);
     }
+    if (!options.saveAsPath.empty()) {
+        if (const auto error = window.GetDocument().SaveAs(options.saveAsPath)) {
+            PrintProblem("cannot save the project as " + options.saveAsPath + ": " +
+                         error->ToString());
+            return kExit_Failure;
+        }
+    }
     if (!interactive) {
         if (const auto problem = SaveScreenshot(window, options.screenshotPath)) {
             PrintProblem(*problem);
@@ -155,6 +171,7 @@ int RunApplication(const LaunchOptions& options) {
         std::cout << "corvala: wrote " << options.screenshotPath << '\n';
         return kExit_Success;
     }
+    window.GetAutosaver().SetIntervalMinutes(StoredAutosaveMinutes());
     window.GetMainWindow().show();
     if (!run.Plugins().failures.empty()) {
         const std::string text = DescribePluginFailures(run.Plugins().failures);

@@ -67,6 +67,17 @@ CommandLineParse ParseCommandLine(const std::vector<std::string>& arguments) {
                                         zelcaptioning::kStreamFormat_None) {
                 return Error("--stream needs a caption stream format: 608, 708, teletext or open");
             }
+        } else if (argument == "--recover" || argument == "--discard-recovery") {
+            const RecoveryRequest request =
+                argument == "--recover" ? RecoveryRequest::kRecover : RecoveryRequest::kDiscard;
+            if (options.recovery != RecoveryRequest::kAsk && options.recovery != request) {
+                return Error("--recover and --discard-recovery cannot be combined");
+            }
+            options.recovery = request;
+        } else if (argument == "--save-as") {
+            if (!takeValue(options.saveAsPath)) {
+                return Error("--save-as needs the path of the project file to write");
+            }
         } else if (argument.size() > 1 && argument.front() == '-') {
             return Error("unknown option '" + std::string(argument) + "'");
         } else {
@@ -96,15 +107,21 @@ CommandLineParse ParseCommandLine(const std::vector<std::string>& arguments) {
 }
 
 std::string UsageText() {
-    return "usage: corvala [--demo | PROJECT] [--panel NAME] [--select CLIP [--stream FORMAT]]\n"
-           "               [--screenshot PATH]\n"
+    return "usage: corvala [--demo | PROJECT] [--recover | --discard-recovery] [--panel NAME]\n"
+           "               [--select CLIP [--stream FORMAT]] [--save-as PATH] [--screenshot PATH]\n"
            "\n"
            "  --demo             open the example project\n"
            "  PROJECT            open a project file (.json)\n"
+           "  --recover          recover the project's unsaved changes from its edit journal\n"
+           "                     without asking\n"
+           "  --discard-recovery set the unsaved changes aside (renamed with the date)\n"
+           "                     without asking\n"
            "  --panel NAME       open a panel at start, e.g. --panel captions\n"
            "  --select CLIP      select the master clip of that name at start\n"
            "  --stream FORMAT    open that clip's caption stream: 608, 708, teletext or open\n"
-           "  --screenshot PATH  render the main window to a PNG file and exit\n"
+           "  --save-as PATH     save the project to PATH once it is open\n"
+           "  --screenshot PATH  render the main window to a PNG file and exit (asks nothing:\n"
+           "                     unsaved changes found stay as they are)\n"
            "  --help             show this text\n"
            "\n"
            "Plug-ins load from the build's plug-in folder and from the folders listed in\n"

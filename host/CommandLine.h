@@ -1,5 +1,6 @@
 #pragma once
 
+#include "RecoveryPrompt.h"
 #include "zelcaptioning/StreamFormat.h"
 
 #include <optional>
@@ -22,6 +23,10 @@ struct LaunchOptions {
     std::string clipName;
     // A caption stream of that clip to open at start; none when not asked.
     zelcaptioning::StreamFormat streamFormat = zelcaptioning::kStreamFormat_None;
+    // Unsaved changes of the project found at start (--recover, --discard-recovery).
+    RecoveryRequest recovery = RecoveryRequest::kAsk;
+    // Save the project to this path once it is open (and recovered); empty for none.
+    std::string saveAsPath;
 };
 
 struct CommandLineParse {

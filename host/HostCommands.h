@@ -23,6 +23,7 @@ enum HostCommand : UIF::CommandID {
     kHostCommand_ImportCaptions = 41008,
     kHostCommand_ExportCaptions = 41009,
     kHostCommand_KeyboardShortcuts = 41010,
+    kHostCommand_Preferences = 41030,
     kHostCommand_AddCEA608Stream = 41020,
     kHostCommand_AddCEA708Stream = 41021,
     kHostCommand_AddTeletextStream = 41022,

@@ -2,6 +2,7 @@
 #include "CommandActions.h"
 #include "HostCommands.h"
 #include "HostWindow.h"
+#include "PreferencesDialog.h"
 #include "QtText.h"
 #include "ShortcutsDialog.h"
 #include "TimeDisplayMenu.h"
@@ -98,6 +99,8 @@ void HostWindow::BuildEditMenu() {
     menu.addSeparator();
     AddCommandAction(menu, kHostCommand_KeyboardShortcuts,
                      Localized("$$$/Corvala/Host/Menu/Shortcuts=Keyboard Shortcuts..."));
+    AddCommandAction(menu, kHostCommand_Preferences,
+                     Localized("$$$/Corvala/Host/Menu/Preferences=Preferences..."));
 }
 
 void HostWindow::AddCommands() {
@@ -122,6 +125,7 @@ void HostWindow::AddCommands() {
         {[this] { return clipActions_.CanCloseClip(); }, [this] { clipActions_.CloseClip(); }, {}});
     commands_.Add(kHostCommand_Quit, {always, [this] { mainWindow_->close(); }, {}});
     commands_.Add(kHostCommand_KeyboardShortcuts, {always, [this] { ShowShortcutsDialog(); }, {}});
+    commands_.Add(kHostCommand_Preferences, {always, [this] { ShowPreferencesDialog(); }, {}});
     for (const auto& [id, format] : kStreamCommands) {
         commands_.Add(id,
                       {[this, format = format] { return clipActions_.CanAddCaptionStream(format); },
@@ -152,6 +156,14 @@ void HostWindow::AddCommands() {
 void HostWindow::ShowShortcutsDialog() {
     ShortcutsDialog dialog(mainWindow_);
     dialog.exec();
+}
+
+void HostWindow::ShowPreferencesDialog() {
+    PreferencesDialog dialog(autosaver_.GetIntervalMinutes(), mainWindow_);
+    if (dialog.exec() == QDialog::Accepted) {
+        autosaver_.SetIntervalMinutes(dialog.GetAutosaveMinutes());
+        StoreAutosaveMinutes(dialog.GetAutosaveMinutes());
+    }
 }
 
 } // namespace host

@@ -34,6 +34,7 @@ QMainWindow* RequireMainWindow() {
 HostWindow::HostWindow(FileChooser& chooser, ProblemReporter reportProblem)
     : mainWindow_(RequireMainWindow())
     , reportProblem_(std::move(reportProblem))
+    , autosaver_(document_, reportProblem_)
     , projectPanel_(new ProjectPanel([this](KSL::InterfaceRef<BE::ISequence> sequence) {
         clipActions_.EditSequenceSettings(sequence);
     }))

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "Autosaver.h"
 #include "CaptionFileActions.h"
 #include "ClipActions.h"
 #include "HostCommandTable.h"
@@ -42,6 +43,7 @@ public:
 
     QMainWindow& GetMainWindow() const { return *mainWindow_; }
     ProjectDocument& GetDocument() { return document_; }
+    Autosaver& GetAutosaver() { return autosaver_; }
     ProjectPanel& GetProjectPanel() const { return *projectPanel_; }
     SourceMonitor& GetSourceMonitor() const { return *sourceMonitor_; }
     ProjectFileActions& GetFileActions() { return fileActions_; }
@@ -75,10 +77,12 @@ private:
     void OnProjectReplaced();
     void UpdateTitle();
     void ShowShortcutsDialog();
+    void ShowPreferencesDialog();
 
     QPointer<QMainWindow> mainWindow_;
     ProblemReporter reportProblem_;
     ProjectDocument document_;
+    Autosaver autosaver_;
     QPointer<QDockWidget> projectDock_;
     QPointer<ProjectPanel> projectPanel_;
     QPointer<SourceMonitor> sourceMonitor_;

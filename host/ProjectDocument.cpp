@@ -23,6 +23,7 @@ ProjectDocument::ProjectDocument() {
 }
 
 ProjectDocument::~ProjectDocument() {
+    journal_.Close(!IsModified());
     if (MZ::GetProject() == project_) {
         MZ::SetProject({});
     }
@@ -33,6 +34,7 @@ bool ProjectDocument::IsModified() const {
 }
 
 void ProjectDocument::NewProject() {
+    journal_.Close(!IsModified());
     Replace(BE::CreateProject(), {});
 }
 
@@ -41,6 +43,8 @@ std::optional<BE::ProjectFileError> ProjectDocument::Open(const std::string& pat
     if (opened.error) {
         return opened.error;
     }
+    journal_.Close(!IsModified());
+    journal_.Open(opened.project, pathUtf8, opened.fileDigest);
     Replace(std::move(opened.project), pathUtf8);
     return std::nullopt;
 }
@@ -52,9 +56,11 @@ std::optional<BE::ProjectFileError> ProjectDocument::Save() {
 std::optional<BE::ProjectFileError> ProjectDocument::SaveAs(const std::string& pathUtf8) {
     // Caption editors hold typed text until they commit it; the file must have it.
     CommitPendingEdits();
-    if (auto error = BE::WriteProjectFile(project_, pathUtf8)) {
+    std::string digest;
+    if (auto error = BE::WriteProjectFile(project_, pathUtf8, &digest)) {
         return error;
     }
+    journal_.Saved(project_, pathUtf8, digest);
     filePath_ = pathUtf8;
     Notify(observer_.documentStateChanged);
     return std::nullopt;

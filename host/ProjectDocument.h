@@ -4,6 +4,7 @@
 #include "BE/ProjectFile.h"
 #include "KSL/InterfaceRef.h"
 #include "KSL/Listener.h"
+#include "ProjectJournal.h"
 
 #include <functional>
 #include <optional>
@@ -32,6 +33,12 @@ public:
     ~ProjectDocument() override;
 
     void SetObserver(Observer observer) { observer_ = std::move(observer); }
+    // Journals the changes of projects opened from here on (see ProjectJournal).
+    void SetJournalPolicy(JournalPolicy policy) { journal_.SetPolicy(std::move(policy)); }
+    // The open project's journal file; empty when none is kept.
+    std::string GetJournalPath() const { return journal_.GetPath(); }
+    // The person chose to close the project without saving: its journal goes too.
+    void DiscardUnsavedChanges() { journal_.Close(true); }
 
     const KSL::InterfaceRef<BE::IProject>& GetProject() const { return project_; }
     // UTF-8; empty while the project has never been saved.
@@ -60,6 +67,7 @@ private:
     KSL::InterfaceRef<BE::IProject> project_;
     std::string filePath_;
     Observer observer_;
+    ProjectJournal journal_;
 };
 
 } // namespace host

@@ -102,6 +102,7 @@ bool ProjectFileActions::ConfirmClose() {
     case UIF::MBResult::kYes:
         return Save();
     case UIF::MBResult::kNo:
+        document_.DiscardUnsavedChanges();
         return true;
     default:
         return false;

@@ -38,6 +38,20 @@ TEST(CommandLineTest, ReadsTheProjectSourceAndStartOptions) {
     EXPECT_FALSE(help.options);
 }
 
+TEST(CommandLineTest, ReadsHowToTreatUnsavedChangesFound) {
+    EXPECT_EQ(ParseCommandLine({"p.json"}).options->recovery, host::RecoveryRequest::kAsk);
+    EXPECT_EQ(ParseCommandLine({"p.json", "--recover"}).options->recovery,
+              host::RecoveryRequest::kRecover);
+    const auto discard = ParseCommandLine({"--discard-recovery", "p.json", "--save-as", "q.json"});
+    ASSERT_TRUE(discard.options) << discard.error;
+    EXPECT_EQ(discard.options->recovery, host::RecoveryRequest::kDiscard);
+    EXPECT_EQ(discard.options->saveAsPath, "q.json");
+    EXPECT_EQ(ParseCommandLine({"--recover", "--discard-recovery"}).error,
+              "--recover and --discard-recovery cannot be combined");
+    EXPECT_EQ(ParseCommandLine({"--save-as"}).error,
+              "--save-as needs the path of the project file to write");
+}
+
 TEST(CommandLineTest, RefusesWrongLinesNamingTheArgument) {
     struct Case {
         std::vector<std::string> arguments;

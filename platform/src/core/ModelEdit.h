@@ -1,5 +1,7 @@
 #pragma once
 
+#include <string>
+
 namespace platform::core {
 
 // One reversible change of the project model. Apply and Revert each bring the
@@ -13,6 +15,13 @@ public:
     // edit acts on (a change made without an undo step removed it).
     virtual bool Apply() = 0;
     virtual bool Revert() = 0;
+
+    // What Apply would do, for the edit journal (platform/PROJECT_FORMAT.md),
+    // as the text of a compact JSON object: the edit's kind, its target by its
+    // place in the project, and its new content. Called before Apply, while
+    // the target is still where the model found it; throws JsonValueError for
+    // content a project file cannot hold.
+    virtual std::string Describe() const = 0;
 };
 
 } // namespace platform::core

@@ -1,5 +1,6 @@
 #include "UndoStack.h"
 
+#include "EditRecorder.h"
 #include "KSL/Exception.h"
 #include "ModelEdit.h"
 #include "zelcore/Localization.h"
@@ -18,6 +19,7 @@ struct UndoStack::Impl {
     bool applyingStep = false;
     // A change without an undo step since the last MarkClean.
     bool changedOutsideHistory = false;
+    EditRecorder* recorder = nullptr;
 };
 
 namespace {
@@ -91,9 +93,14 @@ void UndoStack::Execute(std::unique_ptr<ModelEdit> edit, BE::UndoMode mode,
         throw KSL::Exception("an undo step was requested while another change is being applied");
     }
     const bool wasClean = IsClean();
+    const EditRecorder::Mark mark =
+        impl_->recorder ? impl_->recorder->RecordEdit(*edit, mode, actionName) : 0;
     {
         ApplyingStepScope scope(impl_->applyingStep);
         if (!edit->Apply()) {
+            if (impl_->recorder) {
+                impl_->recorder->Retract(mark);
+            }
             throw KSL::Exception("the change does not apply to the project as it is");
         }
     }
@@ -108,6 +115,10 @@ void UndoStack::Execute(std::unique_ptr<ModelEdit> edit, BE::UndoMode mode,
     if (wasClean) {
         impl_->onChanged();
     }
+}
+
+void UndoStack::SetRecorder(EditRecorder* recorder) {
+    impl_->recorder = recorder;
 }
 
 bool UndoStack::IsApplyingStep() const {
@@ -133,6 +144,9 @@ void UndoStack::Undo() {
     if (!CanUndo() || impl_->applyingStep) {
         return;
     }
+    if (impl_->recorder) {
+        impl_->recorder->RecordUndo();
+    }
     impl_->stack.undo();
     impl_->onChanged();
 }
@@ -140,6 +154,9 @@ void UndoStack::Undo() {
 void UndoStack::Redo() {
     if (!CanRedo() || impl_->applyingStep) {
         return;
+    }
+    if (impl_->recorder) {
+        impl_->recorder->RecordRedo();
     }
     impl_->stack.redo();
     impl_->onChanged();
@@ -164,6 +181,9 @@ void UndoStack::MarkClean() {
 }
 
 void UndoStack::Clear() {
+    if (impl_->recorder) {
+        impl_->recorder->RecordHistoryCleared();
+    }
     impl_->stack.clear();
     impl_->onChanged();
 }

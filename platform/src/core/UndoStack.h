@@ -9,6 +9,7 @@
 
 namespace platform::core {
 
+class EditRecorder;
 class ModelEdit;
 
 // The project's history over a QUndoStack. Every model change runs through
@@ -26,6 +27,10 @@ public:
     // step inside it. Changes without a step are allowed there.
     void Execute(std::unique_ptr<ModelEdit> edit, BE::UndoMode mode,
                  std::u16string_view actionName);
+
+    // The recorder hears every change, undo, redo and clearing of the history
+    // before it happens; null for none. It must outlive its use here.
+    void SetRecorder(EditRecorder* recorder);
 
     // True while a change is applied, undone or redone.
     bool IsApplyingStep() const;

@@ -24,6 +24,7 @@ public:
         , blocked_(blocked) {}
     bool Apply() override { return Change(amount_); }
     bool Revert() override { return Change(-amount_); }
+    std::string Describe() const override { return "{\"add\":" + std::to_string(amount_) + "}"; }
 
 private:
     bool Change(int delta) {
@@ -146,6 +147,7 @@ TEST_F(UndoStackTest, StepRequestedWhileAStepIsUndoneIsRefused) {
         explicit ReentrantEdit(UndoStack* s)
             : stack_(s) {}
         bool Apply() override { return true; }
+        std::string Describe() const override { return "{}"; }
         bool Revert() override {
             int scratch = 0;
             EXPECT_THROW(

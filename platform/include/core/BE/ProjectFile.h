@@ -23,6 +23,9 @@ struct ProjectFileError {
 struct OpenProjectResult {
     KSL::InterfaceRef<IProject> project; // empty when error is set
     std::optional<ProjectFileError> error;
+    // The file's identity for its edit journal (BE::ProjectFileDigest); set
+    // by ReadProjectFile on success.
+    std::string fileDigest;
 };
 
 // The project file format is described in platform/PROJECT_FORMAT.md. Reading
@@ -44,8 +47,10 @@ SerializedProject SerializeProject(const KSL::InterfaceRef<IProject>& project);
 
 // Writes atomically: the file is replaced only once the whole new content is
 // on disk, so a failed save leaves the old file intact. Marks the project's
-// undo history clean on success.
+// undo history clean on success, and sets writtenDigest, when given, to the
+// new file's identity (BE::ProjectFileDigest).
 std::optional<ProjectFileError> WriteProjectFile(const KSL::InterfaceRef<IProject>& project,
-                                                 const std::string& pathUtf8);
+                                                 const std::string& pathUtf8,
+                                                 std::string* writtenDigest = nullptr);
 
 } // namespace BE

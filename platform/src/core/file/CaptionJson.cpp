@@ -3,7 +3,9 @@
 #include "JsonNumbers.h"
 #include "JsonValues.h"
 
-#include <QJsonArray>
+#include "JsonText.h"
+
+#include <cmath>
 
 namespace platform::core {
 namespace {
@@ -15,11 +17,178 @@ using zelcaptioning::TextSpanAttributes;
 constexpr std::int64_t kLowestAnchor = 0;
 constexpr std::int64_t kHighestAnchor = zelcaptioning::kAnchorID_Free;
 
-QJsonArray ColorToJson(const CaptioningColor& color, const std::string& path) {
-    return QJsonArray{FloatToJson(color.red, path + "[0]"), FloatToJson(color.green, path + "[1]"),
-                      FloatToJson(color.blue, path + "[2]"),
-                      FloatToJson(color.alpha, path + "[3]")};
-}
+// The caption's members in ascending key order, as QJsonDocument writes an
+// object; a member holding its default (a default-constructed value) is left
+// out. Member paths are spelled only for an error.
+class CaptionWriter {
+public:
+    CaptionWriter(std::string& out, const std::function<std::string()>& path)
+        : out_(out)
+        , path_(path) {}
+
+    void Caption(const zelcaptioning::Caption& caption) {
+        static const zelcaptioning::Caption kDefaults;
+        out_ += "{\"begin\":";
+        AppendJsonString(Int64ToString(caption.GetBeginTime().GetTicks()), out_);
+        out_ += ",\"end\":";
+        AppendJsonString(Int64ToString(caption.GetEndTime().GetTicks()), out_);
+        out_ += ",\"paragraphs\":[";
+        for (std::uint64_t i = 0; i < caption.GetNumParagraphs(); ++i) {
+            out_ += i == 0 ? "" : ",";
+            Paragraph(*caption.GetCaptionTextParagraph(i), i);
+        }
+        out_ += ']';
+        if (caption.GetCaptionType() != kDefaults.GetCaptionType()) {
+            out_ += ",\"type\":";
+            Name(caption.GetCaptionType(), [&] { return path_() + ".type"; });
+        }
+        out_ += '}';
+    }
+
+private:
+    using Path = std::function<std::string()>;
+
+    template <typename Enum> void Name(Enum value, const Path& path) {
+        const std::optional<std::string_view> name = NameOf(value);
+        if (!name) {
+            throw JsonValueError(path(), "value " + std::to_string(static_cast<long long>(value)) +
+                                             " has no name in project files");
+        }
+        AppendJsonString(*name, out_);
+    }
+
+    void Float(float value, const Path& path) {
+        if (!std::isfinite(value)) {
+            throw JsonValueError(path(), "a project file holds only finite numbers");
+        }
+        AppendJsonNumber(FloatAsShortestDouble(value), out_);
+    }
+
+    void Count(std::uint64_t value, const Path& path) {
+        if (value > static_cast<std::uint64_t>(kLargestExactJsonInteger)) {
+            throw JsonValueError(path(), "a project file holds counts up to 2^53");
+        }
+        AppendJsonInteger(static_cast<std::int64_t>(value), out_);
+    }
+
+    void Color(const CaptioningColor& color, const Path& path) {
+        const float channels[] = {color.red, color.green, color.blue, color.alpha};
+        out_ += '[';
+        for (int i = 0; i < 4; ++i) {
+            out_ += i == 0 ? "" : ",";
+            Float(channels[i], [&] { return path() + "[" + std::to_string(i) + "]"; });
+        }
+        out_ += ']';
+    }
+
+    void Paragraph(const zelcaptioning::CaptionTextParagraph& paragraph, std::uint64_t index) {
+        static const zelcaptioning::ParagraphStyleAttributes kDefaults;
+        const Path path = [&] {
+            return path_() + ".paragraphs[" + std::to_string(index) + "]";
+        };
+        const zelcaptioning::ParagraphStyleAttributes style =
+            paragraph.GetParagraphStyleAttributes();
+        if (style.GetAnchorID() < kLowestAnchor || style.GetAnchorID() > kHighestAnchor) {
+            throw JsonValueError(path() + ".anchor", "anchor " +
+                                                         std::to_string(style.GetAnchorID()) +
+                                                         " is not a grid cell or free");
+        }
+        char separator = '{';
+        const auto key = [&](const char* name) {
+            out_ += separator;
+            separator = ',';
+            AppendJsonString(std::string_view(name), out_);
+            out_ += ':';
+        };
+        if (style.GetTextAlignment() != kDefaults.GetTextAlignment()) {
+            key("alignment");
+            Name(style.GetTextAlignment(), [&] { return path() + ".alignment"; });
+        }
+        if (style.GetAnchorID() != kDefaults.GetAnchorID()) {
+            key("anchor");
+            AppendJsonInteger(style.GetAnchorID(), out_);
+        }
+        if (paragraph.HasMeasuredLineSize()) {
+            key("measuredSize");
+            out_ += "{\"height\":";
+            Count(paragraph.GetParagraphLineHeight(),
+                  [&] { return path() + ".measuredSize.height"; });
+            out_ += ",\"width\":";
+            Count(paragraph.GetParagraphLineWidth(),
+                  [&] { return path() + ".measuredSize.width"; });
+            out_ += '}';
+        }
+        if (paragraph.GetCaptionPosition() != zelcaptioning::kPosition_Uninitialized) {
+            key("position");
+            out_ += "{\"x\":";
+            AppendJsonString(RationalToString(paragraph.GetCaptionPosition().GetX()), out_);
+            out_ += ",\"y\":";
+            AppendJsonString(RationalToString(paragraph.GetCaptionPosition().GetY()), out_);
+            out_ += '}';
+        }
+        key("spans");
+        out_ += '[';
+        for (std::uint64_t i = 0; i < paragraph.GetNumSpans(); ++i) {
+            out_ += i == 0 ? "" : ",";
+            Span(*paragraph.GetCaptionTextSpan(i),
+                 [&] { return path() + ".spans[" + std::to_string(i) + "]"; });
+        }
+        out_ += "]}";
+    }
+
+    void Span(const zelcaptioning::CaptionTextSpan& span, const Path& path) {
+        static const TextSpanAttributes kDefaults;
+        const TextSpanAttributes& a = span.StyleAttributes();
+        char separator = '{';
+        const auto key = [&](const char* name) {
+            out_ += separator;
+            separator = ',';
+            AppendJsonString(std::string_view(name), out_);
+            out_ += ':';
+        };
+        const auto colour = [&](const char* name, const CaptioningColor& value,
+                                const CaptioningColor& byDefault) {
+            if (!(value == byDefault)) {
+                key(name);
+                Color(value, [&] { return path() + "." + name; });
+            }
+        };
+        const auto flag = [&](const char* name, bool value, bool byDefault) {
+            if (value != byDefault) {
+                key(name);
+                out_ += value ? "true" : "false";
+            }
+        };
+        colour("backgroundColor", a.backgroundColor, kDefaults.backgroundColor);
+        flag("bold", a.IsBolded(), kDefaults.IsBolded());
+        colour("edgeColor", a.edgeColor, kDefaults.edgeColor);
+        if (!(a.edgeWidth == kDefaults.edgeWidth)) {
+            key("edgeWidth");
+            Float(a.edgeWidth, [&] { return path() + ".edgeWidth"; });
+        }
+        if (a.GetFontName() != kDefaults.GetFontName()) {
+            key("fontName");
+            AppendJsonString(zelcore::View(a.GetFontName()), out_);
+        }
+        if (!(a.GetFontSize() == kDefaults.GetFontSize())) {
+            key("fontSize");
+            Float(a.GetFontSize(), [&] { return path() + ".fontSize"; });
+        }
+        flag("italic", a.IsItalicized(), kDefaults.IsItalicized());
+        key("text");
+        AppendJsonString(zelcore::View(span.GetCaptionText()), out_);
+        colour("textColor", a.textColor, kDefaults.textColor);
+        if (a.GetTextEdge() != kDefaults.GetTextEdge()) {
+            key("textEdge");
+            Name(a.GetTextEdge(), [&] { return path() + ".textEdge"; });
+        }
+        flag("underline", a.IsUnderlined(), kDefaults.IsUnderlined());
+        out_ += '}';
+    }
+
+    std::string& out_;
+    const std::function<std::string()>& path_;
+};
 
 CaptioningColor ColorFromJson(const JsonReader& reader) {
     if (reader.ArraySize() != 4) {
@@ -27,45 +196,6 @@ CaptioningColor ColorFromJson(const JsonReader& reader) {
     }
     return CaptioningColor(reader.Element(0).Float(), reader.Element(1).Float(),
                            reader.Element(2).Float(), reader.Element(3).Float());
-}
-
-// Members equal to their defaults (a default-constructed attribute set) are
-// left out, which keeps a plain caption to a few members.
-QJsonObject SpanToJson(const zelcaptioning::CaptionTextSpan& span, const std::string& path) {
-    static const TextSpanAttributes kDefaults;
-    const TextSpanAttributes& a = span.StyleAttributes();
-    QJsonObject object{{"text", ToQString(span.GetCaptionText())}};
-    if (a.GetFontName() != kDefaults.GetFontName()) {
-        object.insert("fontName", ToQString(a.GetFontName()));
-    }
-    if (!(a.GetFontSize() == kDefaults.GetFontSize())) {
-        object.insert("fontSize", FloatToJson(a.GetFontSize(), path + ".fontSize"));
-    }
-    if (a.IsBolded() != kDefaults.IsBolded()) {
-        object.insert("bold", a.IsBolded());
-    }
-    if (a.IsItalicized() != kDefaults.IsItalicized()) {
-        object.insert("italic", a.IsItalicized());
-    }
-    if (a.IsUnderlined() != kDefaults.IsUnderlined()) {
-        object.insert("underline", a.IsUnderlined());
-    }
-    if (a.GetTextEdge() != kDefaults.GetTextEdge()) {
-        object.insert("textEdge", NameToJson(a.GetTextEdge(), path + ".textEdge"));
-    }
-    if (!(a.edgeWidth == kDefaults.edgeWidth)) {
-        object.insert("edgeWidth", FloatToJson(a.edgeWidth, path + ".edgeWidth"));
-    }
-    const auto colour = [&](const char* key, const CaptioningColor& value,
-                            const CaptioningColor& byDefault) {
-        if (!(value == byDefault)) {
-            object.insert(QLatin1String(key), ColorToJson(value, path + "." + key));
-        }
-    };
-    colour("textColor", a.textColor, kDefaults.textColor);
-    colour("backgroundColor", a.backgroundColor, kDefaults.backgroundColor);
-    colour("edgeColor", a.edgeColor, kDefaults.edgeColor);
-    return object;
 }
 
 zelcaptioning::CaptionTextSpanPtr SpanFromJson(const JsonReader& reader) {
@@ -104,11 +234,6 @@ zelcaptioning::CaptionTextSpanPtr SpanFromJson(const JsonReader& reader) {
         new zelcaptioning::CaptionTextSpan(ReadText(reader.Member("text")), a));
 }
 
-QJsonObject PositionToJson(const zelcaptioning::Position& position) {
-    return QJsonObject{{"x", QString::fromStdString(RationalToString(position.GetX()))},
-                       {"y", QString::fromStdString(RationalToString(position.GetY()))}};
-}
-
 // Version 1 files write null for a line never placed.
 zelcaptioning::Position PositionFromJson(const JsonReader& reader) {
     if (reader.IsNull()) {
@@ -116,13 +241,6 @@ zelcaptioning::Position PositionFromJson(const JsonReader& reader) {
     }
     return zelcaptioning::Position(reader.Member("x").RationalString(),
                                    reader.Member("y").RationalString());
-}
-
-QJsonObject MeasuredSizeToJson(const zelcaptioning::CaptionTextParagraph& paragraph,
-                               const std::string& path) {
-    return QJsonObject{
-        {"width", CountToJson(paragraph.GetParagraphLineWidth(), path + ".width")},
-        {"height", CountToJson(paragraph.GetParagraphLineHeight(), path + ".height")}};
 }
 
 // Version 1 files write null for a line not measured.
@@ -135,35 +253,6 @@ void ReadMeasuredSize(const JsonReader& reader, zelcaptioning::CaptionTextParagr
     const std::int64_t height = reader.Member("height").Integer(1, kLargestExactJsonInteger);
     paragraph.SetMeasuredLineSize(static_cast<std::uint64_t>(width),
                                   static_cast<std::uint64_t>(height));
-}
-
-QJsonObject ParagraphToJson(const zelcaptioning::CaptionTextParagraph& paragraph,
-                            const std::string& path) {
-    QJsonArray spans;
-    for (std::uint64_t i = 0; i < paragraph.GetNumSpans(); ++i) {
-        spans.append(SpanToJson(*paragraph.GetCaptionTextSpan(i),
-                                path + ".spans[" + std::to_string(i) + "]"));
-    }
-    const zelcaptioning::ParagraphStyleAttributes style = paragraph.GetParagraphStyleAttributes();
-    if (style.GetAnchorID() < kLowestAnchor || style.GetAnchorID() > kHighestAnchor) {
-        throw JsonValueError(path + ".anchor", "anchor " + std::to_string(style.GetAnchorID()) +
-                                                   " is not a grid cell or free");
-    }
-    static const zelcaptioning::ParagraphStyleAttributes kDefaults;
-    QJsonObject object{{"spans", spans}};
-    if (style.GetTextAlignment() != kDefaults.GetTextAlignment()) {
-        object.insert("alignment", NameToJson(style.GetTextAlignment(), path + ".alignment"));
-    }
-    if (style.GetAnchorID() != kDefaults.GetAnchorID()) {
-        object.insert("anchor", style.GetAnchorID());
-    }
-    if (paragraph.GetCaptionPosition() != zelcaptioning::kPosition_Uninitialized) {
-        object.insert("position", PositionToJson(paragraph.GetCaptionPosition()));
-    }
-    if (paragraph.HasMeasuredLineSize()) {
-        object.insert("measuredSize", MeasuredSizeToJson(paragraph, path + ".measuredSize"));
-    }
-    return object;
 }
 
 zelcaptioning::CaptionTextParagraphPtr ParagraphFromJson(const JsonReader& reader) {
@@ -192,22 +281,9 @@ zelcaptioning::CaptionTextParagraphPtr ParagraphFromJson(const JsonReader& reade
 
 } // namespace
 
-QJsonObject CaptionToJson(const zelcaptioning::Caption& caption, const std::string& path) {
-    QJsonArray paragraphs;
-    for (std::uint64_t i = 0; i < caption.GetNumParagraphs(); ++i) {
-        paragraphs.append(ParagraphToJson(*caption.GetCaptionTextParagraph(i),
-                                          path + ".paragraphs[" + std::to_string(i) + "]"));
-    }
-    QJsonObject object{
-        {"begin", QString::fromStdString(Int64ToString(caption.GetBeginTime().GetTicks()))},
-        {"end", QString::fromStdString(Int64ToString(caption.GetEndTime().GetTicks()))},
-        {"paragraphs", paragraphs},
-    };
-    static const zelcaptioning::Caption kDefaults;
-    if (caption.GetCaptionType() != kDefaults.GetCaptionType()) {
-        object.insert("type", NameToJson(caption.GetCaptionType(), path + ".type"));
-    }
-    return object;
+void AppendCaptionJson(const zelcaptioning::Caption& caption,
+                       const std::function<std::string()>& path, std::string& out) {
+    CaptionWriter(out, path).Caption(caption);
 }
 
 zelcaptioning::CaptionPtr CaptionFromJson(const JsonReader& reader) {

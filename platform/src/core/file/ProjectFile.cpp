@@ -1,5 +1,6 @@
 #include "BE/ProjectFile.h"
 
+#include "BE/EditJournal.h"
 #include "JsonReader.h"
 #include "KSL/Exception.h"
 #include "ProjectJson.h"
@@ -37,27 +38,32 @@ OpenProjectResult ParseProject(std::string_view fileBytes) {
     std::optional<platform::core::JsonSyntaxError> syntaxError;
     const platform::core::JsonTree tree = platform::core::JsonTree::Parse(fileBytes, syntaxError);
     if (syntaxError) {
-        return {nullptr, SyntaxErrorAt(fileBytes, *syntaxError)};
+        return {nullptr, SyntaxErrorAt(fileBytes, *syntaxError), {}};
     }
     try {
         const platform::core::JsonReader root(tree, "");
-        return {KSL::InterfaceRef<IProject>(platform::core::ProjectFromJson(root)), std::nullopt};
+        return {
+            KSL::InterfaceRef<IProject>(platform::core::ProjectFromJson(root)), std::nullopt, {}};
     } catch (const platform::core::JsonValueError& error) {
-        return {nullptr, ValueError(error)};
+        return {nullptr, ValueError(error), {}};
     }
 }
 
 OpenProjectResult ReadProjectFile(const std::string& pathUtf8) {
     QFile file(QString::fromStdString(pathUtf8));
     if (!file.open(QIODevice::ReadOnly)) {
-        return {nullptr, ProjectFileError{pathUtf8, file.errorString().toStdString()}};
+        return {nullptr, ProjectFileError{pathUtf8, file.errorString().toStdString()}, {}};
     }
     const QByteArray bytes = file.readAll();
     if (file.error() != QFileDevice::NoError) {
-        return {nullptr, ProjectFileError{pathUtf8, file.errorString().toStdString()}};
+        return {nullptr, ProjectFileError{pathUtf8, file.errorString().toStdString()}, {}};
     }
-    return ParseProject(
-        std::string_view(bytes.constData(), static_cast<std::size_t>(bytes.size())));
+    const std::string_view text(bytes.constData(), static_cast<std::size_t>(bytes.size()));
+    OpenProjectResult opened = ParseProject(text);
+    if (opened.project) {
+        opened.fileDigest = ProjectFileDigest(text);
+    }
+    return opened;
 }
 
 SerializedProject SerializeProject(const KSL::InterfaceRef<IProject>& project) {
@@ -65,16 +71,15 @@ SerializedProject SerializeProject(const KSL::InterfaceRef<IProject>& project) {
         throw KSL::Exception("SerializeProject needs a project");
     }
     try {
-        const QByteArray bytes =
-            platform::core::ProjectJsonText(platform::core::ProjectToJson(*project));
-        return {bytes.toStdString(), std::nullopt};
+        return {platform::core::ProjectJsonText(*project), std::nullopt};
     } catch (const platform::core::JsonValueError& error) {
         return {{}, ValueError(error)};
     }
 }
 
 std::optional<ProjectFileError> WriteProjectFile(const KSL::InterfaceRef<IProject>& project,
-                                                 const std::string& pathUtf8) {
+                                                 const std::string& pathUtf8,
+                                                 std::string* writtenDigest) {
     const SerializedProject serialized = SerializeProject(project);
     if (serialized.error) {
         return serialized.error;
@@ -88,6 +93,9 @@ std::optional<ProjectFileError> WriteProjectFile(const KSL::InterfaceRef<IProjec
         return ProjectFileError{pathUtf8, file.errorString().toStdString()};
     }
     project->GetUndoHistory().MarkClean();
+    if (writtenDigest) {
+        *writtenDigest = ProjectFileDigest(serialized.bytes);
+    }
     return std::nullopt;
 }
 

@@ -1,6 +1,7 @@
 #include "ProjectJson.h"
 
 #include "CaptionJson.h"
+#include "JsonText.h"
 #include "JsonValues.h"
 #include "SettingsJson.h"
 #include "model/Project.h"
@@ -71,41 +72,129 @@ std::string Indexed(const std::string& path, const char* member, std::size_t ind
     return path + "." + member + "[" + std::to_string(index) + "]";
 }
 
-QJsonObject StreamToJson(const BE::ICaptioningStream& stream, const std::string& path) {
-    QJsonArray captions;
-    for (std::size_t i = 0, count = stream.GetCaptionCount(); i < count; ++i) {
-        captions.append(CaptionToJson(*stream.GetCaption(i), Indexed(path, "captions", i)));
+// The project's text, written as it is walked: the layout of AppendLaidOut,
+// with each caption streamed onto its line by AppendCaptionJson rather than
+// built as a QJsonObject first, which is what makes saving a large stream
+// quick. Members come in ascending key order, as QJsonObject keeps them.
+class ProjectTextWriter {
+public:
+    std::string Project(const BE::IProject& project) {
+        out_ += "{\n";
+        Key(1, "bins");
+        Array(1, project.GetBinCount(), [&](int depth, std::size_t i) {
+            Bin(depth, *project.GetBin(i), "bins[" + std::to_string(i) + "]");
+        });
+        out_ += ",\n";
+        Key(1, "format");
+        AppendJsonString(std::string_view(kFormatMarker), out_);
+        out_ += ",\n";
+        Key(1, "version");
+        AppendJsonInteger(kProjectFormatVersion, out_);
+        out_ += "\n}\n";
+        return std::move(out_);
     }
-    return QJsonObject{{"format", NameToJson(stream.GetStreamFormat(), path + ".format")},
-                       {"captions", captions}};
-}
 
-QJsonObject ClipToJson(const BE::IMasterClip& clip, const std::string& path) {
-    QJsonObject object;
-    WriteClipSettings(clip.GetSettings(), path, object);
-    QJsonArray streams;
-    for (std::size_t i = 0, count = clip.GetCaptioningStreamCount(); i < count; ++i) {
-        streams.append(StreamToJson(*clip.GetCaptioningStream(i), Indexed(path, "streams", i)));
-    }
-    object.insert("streams", streams);
-    return object;
-}
+private:
+    void Indent(int depth) { out_.append(static_cast<std::size_t>(depth) * 4, ' '); }
 
-QJsonObject BinToJson(const BE::IBin& bin, const std::string& path) {
-    QJsonArray clips;
-    for (std::size_t i = 0, count = bin.GetMasterClipCount(); i < count; ++i) {
-        clips.append(ClipToJson(*bin.GetMasterClip(i), Indexed(path, "clips", i)));
+    void Key(int depth, const char* key) {
+        Indent(depth);
+        AppendJsonString(std::string_view(key), out_);
+        out_ += ": ";
     }
-    QJsonArray sequences;
-    for (std::size_t i = 0, count = bin.GetSequenceCount(); i < count; ++i) {
-        QJsonObject sequence;
-        WriteSequenceSettings(bin.GetSequence(i)->GetSettings(), Indexed(path, "sequences", i),
-                              sequence);
-        sequences.append(sequence);
+
+    // An array laid out one element a line; "[]" when empty.
+    template <typename WriteElement>
+    void Array(int depth, std::size_t count, const WriteElement& writeElement) {
+        if (count == 0) {
+            out_ += "[]";
+            return;
+        }
+        out_ += "[\n";
+        for (std::size_t i = 0; i < count; ++i) {
+            Indent(depth + 1);
+            writeElement(depth + 1, i);
+            out_ += i + 1 == count ? "\n" : ",\n";
+        }
+        Indent(depth);
+        out_ += ']';
     }
-    return QJsonObject{
-        {"name", ToQString(bin.GetName())}, {"clips", clips}, {"sequences", sequences}};
-}
+
+    // The object's members laid out, each followed by ",\n" when more follow.
+    void Members(int depth, const QJsonObject& object, bool moreFollow) {
+        for (auto member = object.begin(); member != object.end(); ++member) {
+            QByteArray text;
+            AppendIndent(depth, text);
+            AppendCompact(member.key(), text);
+            text += ": ";
+            AppendLaidOut(member.value(), depth, false, text);
+            out_.append(text.constData(), static_cast<std::size_t>(text.size()));
+            out_ += std::next(member) == object.end() && !moreFollow ? "\n" : ",\n";
+        }
+    }
+
+    void Bin(int depth, const BE::IBin& bin, const std::string& path) {
+        out_ += "{\n";
+        Key(depth + 1, "clips");
+        Array(depth + 1, bin.GetMasterClipCount(), [&](int d, std::size_t i) {
+            Clip(d, *bin.GetMasterClip(i), Indexed(path, "clips", i));
+        });
+        out_ += ",\n";
+        Key(depth + 1, "name");
+        AppendJsonString(zelcore::View(bin.GetName()), out_);
+        out_ += ",\n";
+        Key(depth + 1, "sequences");
+        Array(depth + 1, bin.GetSequenceCount(), [&](int d, std::size_t i) {
+            QJsonObject sequence;
+            WriteSequenceSettings(bin.GetSequence(i)->GetSettings(), Indexed(path, "sequences", i),
+                                  sequence);
+            QByteArray text;
+            AppendLaidOut(sequence, d, false, text);
+            out_.append(text.constData(), static_cast<std::size_t>(text.size()));
+        });
+        out_ += '\n';
+        Indent(depth);
+        out_ += '}';
+    }
+
+    // "streams" follows every settings member in key order.
+    void Clip(int depth, const BE::IMasterClip& clip, const std::string& path) {
+        QJsonObject settings;
+        WriteClipSettings(clip.GetSettings(), path, settings);
+        out_ += "{\n";
+        Members(depth + 1, settings, true);
+        Key(depth + 1, "streams");
+        Array(depth + 1, clip.GetCaptioningStreamCount(), [&](int d, std::size_t i) {
+            Stream(d, *clip.GetCaptioningStream(i), Indexed(path, "streams", i));
+        });
+        out_ += '\n';
+        Indent(depth);
+        out_ += '}';
+    }
+
+    void Stream(int depth, const BE::ICaptioningStream& stream, const std::string& path) {
+        out_ += "{\n";
+        Key(depth + 1, "captions");
+        Array(depth + 1, stream.GetCaptionCount(), [&](int, std::size_t i) {
+            AppendCaptionJson(
+                *stream.GetCaption(i), [&] { return Indexed(path, "captions", i); }, out_);
+        });
+        out_ += ",\n";
+        Key(depth + 1, "format");
+        const std::optional<std::string_view> name = NameOf(stream.GetStreamFormat());
+        if (!name) {
+            throw JsonValueError(path + ".format", "value " +
+                                                       std::to_string(stream.GetStreamFormat()) +
+                                                       " has no name in project files");
+        }
+        AppendJsonString(*name, out_);
+        out_ += '\n';
+        Indent(depth);
+        out_ += '}';
+    }
+
+    std::string out_;
+};
 
 KSL::InterfaceRef<CaptioningStream> StreamFromJson(const JsonReader& reader) {
     KSL::InterfaceRef<CaptioningStream> stream(
@@ -152,20 +241,8 @@ KSL::InterfaceRef<Bin> BinFromJson(const JsonReader& reader) {
 
 } // namespace
 
-QJsonObject ProjectToJson(const BE::IProject& project) {
-    QJsonArray bins;
-    for (std::size_t i = 0, count = project.GetBinCount(); i < count; ++i) {
-        bins.append(BinToJson(*project.GetBin(i), "bins[" + std::to_string(i) + "]"));
-    }
-    return QJsonObject{
-        {"format", kFormatMarker}, {"version", kProjectFormatVersion}, {"bins", bins}};
-}
-
-QByteArray ProjectJsonText(const QJsonObject& root) {
-    QByteArray text;
-    AppendLaidOut(root, 0, false, text);
-    text += '\n';
-    return text;
+std::string ProjectJsonText(const BE::IProject& project) {
+    return ProjectTextWriter().Project(project);
 }
 
 KSL::InterfaceRef<Project> ProjectFromJson(const JsonReader& root) {

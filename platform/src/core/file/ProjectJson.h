@@ -4,8 +4,7 @@
 #include "JsonReader.h"
 #include "KSL/InterfaceRef.h"
 
-#include <QByteArray>
-#include <QJsonObject>
+#include <string>
 
 namespace platform::core {
 
@@ -14,16 +13,13 @@ class Project;
 // The version this build writes, and the newest it reads.
 inline constexpr int kProjectFormatVersion = 2;
 
-// The whole project as the file's top-level object (see
-// platform/PROJECT_FORMAT.md). Throws JsonValueError for a value the file
-// cannot hold.
-QJsonObject ProjectToJson(const BE::IProject& project);
-
-// The file's text for its top-level object: objects and arrays one member or
-// element a line, indented by four spaces, except that each caption (an
-// element of a "captions" array) takes one line without spaces, which keeps
-// large streams quick to parse while the file stays readable line by line.
-QByteArray ProjectJsonText(const QJsonObject& root);
+// The file's text for the project (see platform/PROJECT_FORMAT.md): objects
+// and arrays one member or element a line, indented by four spaces, except
+// that each caption (an element of a "captions" array) takes one line without
+// spaces, which keeps large streams quick to parse while the file stays
+// readable line by line. Throws JsonValueError for a value the file cannot
+// hold.
+std::string ProjectJsonText(const BE::IProject& project);
 
 // A new project built from the file's top-level object, without announcing
 // anything and with an empty, clean undo history. Throws JsonValueError

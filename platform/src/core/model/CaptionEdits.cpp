@@ -1,6 +1,8 @@
 #include "CaptionEdits.h"
 
 #include "KSL/StationUtils.h"
+#include "file/CaptionJson.h"
+#include "journal/EditTargets.h"
 
 #include <algorithm>
 
@@ -158,6 +160,32 @@ bool RippleRemoveCaptionEdit::Revert() {
     AnnounceCaptionChange(stream_, caption_, BE::CaptionChangeKind::kAdded,
                           caption_->GetBeginTime());
     return true;
+}
+
+std::string CaptionMembershipEdit::Describe() const {
+    if (applied_ == Membership::kAdd) {
+        EditDescription description("addCaption");
+        return std::move(AddPlace(*stream_, description).Caption("caption", *caption_)).Finish();
+    }
+    EditDescription description("removeCaption");
+    return std::move(
+               AddPlace(*stream_, description).Index("index", CaptionIndex(*stream_, *caption_)))
+        .Finish();
+}
+
+std::string ReplaceCaptionEdit::Describe() const {
+    EditDescription description("replaceCaption");
+    return std::move(AddPlace(*stream_, description)
+                         .Index("index", CaptionIndex(*stream_, *target_))
+                         .Caption("caption", *otherContent_))
+        .Finish();
+}
+
+std::string RippleRemoveCaptionEdit::Describe() const {
+    EditDescription description("rippleRemoveCaption");
+    return std::move(
+               AddPlace(*stream_, description).Index("index", CaptionIndex(*stream_, *caption_)))
+        .Finish();
 }
 
 } // namespace platform::core

@@ -25,6 +25,7 @@ public:
                           boost::intrusive_ptr<zelcaptioning::Caption> caption, Membership applied);
     bool Apply() override;
     bool Revert() override;
+    std::string Describe() const override;
 
 private:
     bool Insert();
@@ -45,6 +46,7 @@ public:
                        const zelcaptioning::Caption& newContent);
     bool Apply() override;
     bool Revert() override;
+    std::string Describe() const override;
 
 private:
     bool SwapContent();
@@ -64,6 +66,7 @@ public:
                             boost::intrusive_ptr<zelcaptioning::Caption> caption);
     bool Apply() override;
     bool Revert() override;
+    std::string Describe() const override;
 
 private:
     KSL::InterfaceRef<CaptioningStream> stream_;

@@ -2,7 +2,6 @@
 
 #include "BE/ProjectMessages.h"
 #include "CaptionEdits.h"
-#include "CompositeEdit.h"
 #include "KSL/Exception.h"
 #include "KSL/StationUtils.h"
 #include "ModelEdit.h"
@@ -201,13 +200,7 @@ Project::PutCaptioningStream(const KSL::InterfaceRef<BE::IMasterClip>& clip,
         }
         stream->Insert(caption, stream->NextArrival());
     }
-    std::vector<std::unique_ptr<ModelEdit>> parts;
-    if (const auto old = owner->FindCaptioningStream(format)) {
-        parts.push_back(std::make_unique<StreamMembershipEdit>(
-            owner, KSL::InterfaceRef<CaptioningStream>(&OwnStream(old)), Membership::kRemove));
-    }
-    parts.push_back(std::make_unique<StreamMembershipEdit>(owner, stream, Membership::kAdd));
-    Execute(std::make_unique<CompositeEdit>(std::move(parts)), mode, actionName);
+    Execute(std::make_unique<PutStreamEdit>(owner, stream), mode, actionName);
     return stream;
 }
 

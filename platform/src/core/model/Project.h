@@ -11,6 +11,7 @@
 
 namespace platform::core {
 
+class EditRecorder;
 class ModelEdit;
 
 class Project final : public RefCountedObject<BE::IProject, KSL::IStation> {
@@ -58,6 +59,9 @@ public:
     // Runs a model edit through the undo history; the name is a localisation key.
     void Execute(std::unique_ptr<ModelEdit> edit, BE::UndoMode mode,
                  std::u16string_view actionName);
+
+    // See UndoStack::SetRecorder.
+    void SetRecorder(EditRecorder* recorder) { undo_.SetRecorder(recorder); }
 
     const std::vector<KSL::InterfaceRef<Bin>>& GetBins() const { return bins_; }
     // Appending and removing set and clear the bin's owner.

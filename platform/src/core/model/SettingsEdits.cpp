@@ -4,6 +4,8 @@
 #include "KSL/StationUtils.h"
 #include "MZ/ActivationMessages.h"
 #include "MZ/Stations.h"
+#include "file/SettingsJson.h"
+#include "journal/EditTargets.h"
 
 #include <utility>
 
@@ -46,6 +48,20 @@ bool SequenceSettingsEdit::Swap() {
     KSL::StationUtils::BroadcastMessage(sequence_->GetStationID(), message);
     KSL::StationUtils::BroadcastMessage(MZ::kStation_SequenceActivation, message);
     return true;
+}
+
+std::string ClipSettingsEdit::Describe() const {
+    QJsonObject settings;
+    WriteClipSettings(otherSettings_, "settings", settings);
+    EditDescription description("clipSettings");
+    return std::move(AddPlace(*clip_, description).Object("settings", settings)).Finish();
+}
+
+std::string SequenceSettingsEdit::Describe() const {
+    QJsonObject settings;
+    WriteSequenceSettings(otherSettings_, "settings", settings);
+    EditDescription description("sequenceSettings");
+    return std::move(AddPlace(*sequence_, description).Object("settings", settings)).Finish();
 }
 
 } // namespace platform::core

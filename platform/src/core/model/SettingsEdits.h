@@ -14,6 +14,7 @@ public:
     ClipSettingsEdit(KSL::InterfaceRef<MasterClip> clip, BE::MasterClipSettings settings);
     bool Apply() override { return Swap(); }
     bool Revert() override { return Swap(); }
+    std::string Describe() const override;
 
 private:
     bool Swap();
@@ -31,6 +32,7 @@ public:
     SequenceSettingsEdit(KSL::InterfaceRef<Sequence> sequence, BE::SequenceSettings settings);
     bool Apply() override { return Swap(); }
     bool Revert() override { return Swap(); }
+    std::string Describe() const override;
 
 private:
     bool Swap();

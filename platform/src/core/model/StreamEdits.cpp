@@ -2,6 +2,9 @@
 
 #include "BE/StreamMessages.h"
 #include "KSL/StationUtils.h"
+#include "file/CaptionJson.h"
+#include "file/JsonValues.h"
+#include "journal/EditTargets.h"
 
 namespace platform::core {
 namespace {
@@ -77,6 +80,91 @@ bool StreamFormatEdit::SwapFormat() {
                                   KSL::InterfaceRef<BE::ICaptioningStream>(stream_), oldFormat));
     AnnounceStreamChange(clip, stream_, BE::CaptioningStreamChangeKind::kFormatChanged);
     return true;
+}
+
+namespace {
+
+// The name of a format; a stream's format always has one.
+std::string_view FormatName(zelcaptioning::StreamFormat format) {
+    const std::optional<std::string_view> name = NameOf(format);
+    if (!name) {
+        throw JsonValueError("format", "the format has no name in project files");
+    }
+    return *name;
+}
+
+} // namespace
+
+std::string StreamMembershipEdit::Describe() const {
+    if (applied_ == Membership::kAdd) {
+        // A stream is added new and empty (Project::AddCaptioningStream); one
+        // added back with its captions is the undoing of its removal.
+        EditDescription description("addStream");
+        return std::move(AddPlace(*clip_, description)
+                             .Name("format", FormatName(stream_->GetStreamFormat())))
+            .Finish();
+    }
+    EditDescription description("removeStream");
+    return std::move(AddPlace(*stream_, description)).Finish();
+}
+
+std::string StreamFormatEdit::Describe() const {
+    EditDescription description("streamFormat");
+    return std::move(AddPlace(*stream_, description).Name("to", FormatName(otherFormat_))).Finish();
+}
+
+PutStreamEdit::PutStreamEdit(KSL::InterfaceRef<MasterClip> clip,
+                             KSL::InterfaceRef<CaptioningStream> stream)
+    : clip_(clip)
+    , stream_(stream)
+    , addNew_(clip, stream, Membership::kAdd) {
+    if (const auto old = clip->FindCaptioningStream(stream->GetStreamFormat())) {
+        removeOld_.emplace(
+            clip, KSL::InterfaceRef<CaptioningStream>(static_cast<CaptioningStream*>(old.Get())),
+            Membership::kRemove);
+    }
+}
+
+bool PutStreamEdit::Apply() {
+    if (removeOld_ && !removeOld_->Apply()) {
+        return false;
+    }
+    if (!addNew_.Apply()) {
+        if (removeOld_) {
+            removeOld_->Revert();
+        }
+        return false;
+    }
+    return true;
+}
+
+bool PutStreamEdit::Revert() {
+    if (!addNew_.Revert()) {
+        return false;
+    }
+    if (removeOld_ && !removeOld_->Revert()) {
+        addNew_.Apply();
+        return false;
+    }
+    return true;
+}
+
+std::string PutStreamEdit::Describe() const {
+    std::string captions = "[";
+    for (std::size_t i = 0; i < stream_->GetEntries().size(); ++i) {
+        if (i > 0) {
+            captions += ',';
+        }
+        AppendCaptionJson(
+            *stream_->GetEntries()[i].caption,
+            [i] { return "captions[" + std::to_string(i) + "]"; }, captions);
+    }
+    captions += ']';
+    EditDescription description("putStream");
+    return std::move(AddPlace(*clip_, description)
+                         .Name("format", FormatName(stream_->GetStreamFormat()))
+                         .Json("captions", captions))
+        .Finish();
 }
 
 } // namespace platform::core

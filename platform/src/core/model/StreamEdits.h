@@ -5,6 +5,8 @@
 #include "MasterClip.h"
 #include "ModelEdit.h"
 
+#include <optional>
+
 namespace platform::core {
 
 // Adds a caption stream to a clip, or removes it; announced on the clip's
@@ -16,6 +18,7 @@ public:
                          KSL::InterfaceRef<CaptioningStream> stream, Membership applied);
     bool Apply() override;
     bool Revert() override;
+    std::string Describe() const override;
 
 private:
     bool Attach();
@@ -35,12 +38,30 @@ public:
                      zelcaptioning::StreamFormat newFormat);
     bool Apply() override;
     bool Revert() override;
+    std::string Describe() const override;
 
 private:
     bool SwapFormat();
 
     KSL::InterfaceRef<CaptioningStream> stream_;
     zelcaptioning::StreamFormat otherFormat_;
+};
+
+// Gives a clip a stream that already holds its captions, in the place of the
+// clip's stream of that format if it has one: the old stream's removal and the
+// new one's addition as one change, announced as both.
+class PutStreamEdit final : public ModelEdit {
+public:
+    PutStreamEdit(KSL::InterfaceRef<MasterClip> clip, KSL::InterfaceRef<CaptioningStream> stream);
+    bool Apply() override;
+    bool Revert() override;
+    std::string Describe() const override;
+
+private:
+    KSL::InterfaceRef<MasterClip> clip_;
+    KSL::InterfaceRef<CaptioningStream> stream_;
+    std::optional<StreamMembershipEdit> removeOld_;
+    StreamMembershipEdit addNew_;
 };
 
 } // namespace platform::core

@@ -5,6 +5,9 @@
 #include "MZ/ActivationMessages.h"
 #include "MZ/Stations.h"
 #include "Project.h"
+#include "file/JsonValues.h"
+#include "file/SettingsJson.h"
+#include "journal/EditTargets.h"
 
 #include <algorithm>
 
@@ -118,6 +121,29 @@ bool AddSequenceEdit::Revert() {
     AnnounceStructureChange(bin_->GetProject(), KSL::InterfaceRef<BE::IProjectItem>(sequence_),
                             BE::ProjectStructureChangeKind::kRemoved);
     return true;
+}
+
+std::string AddBinEdit::Describe() const {
+    EditDescription description("addBin");
+    return std::move(description.Text("name", zelcore::View(bin_->GetName()))).Finish();
+}
+
+std::string ClipMembershipEdit::Describe() const {
+    if (applied_ == Membership::kAdd) {
+        QJsonObject settings;
+        WriteClipSettings(clip_->GetSettings(), "settings", settings);
+        EditDescription description("addClip");
+        return std::move(AddPlace(*bin_, description).Object("settings", settings)).Finish();
+    }
+    EditDescription description("removeClip");
+    return std::move(AddPlace(*clip_, description)).Finish();
+}
+
+std::string AddSequenceEdit::Describe() const {
+    QJsonObject settings;
+    WriteSequenceSettings(sequence_->GetSettings(), "settings", settings);
+    EditDescription description("addSequence");
+    return std::move(AddPlace(*bin_, description).Object("settings", settings)).Finish();
 }
 
 } // namespace platform::core

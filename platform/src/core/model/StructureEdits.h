@@ -18,6 +18,7 @@ public:
     AddBinEdit(Project& project, KSL::InterfaceRef<Bin> bin);
     bool Apply() override;
     bool Revert() override;
+    std::string Describe() const override;
 
 private:
     Project& project_;
@@ -33,6 +34,7 @@ public:
                        Membership applied);
     bool Apply() override;
     bool Revert() override;
+    std::string Describe() const override;
 
 private:
     bool Insert();
@@ -50,6 +52,7 @@ public:
     AddSequenceEdit(KSL::InterfaceRef<Bin> bin, KSL::InterfaceRef<Sequence> sequence);
     bool Apply() override;
     bool Revert() override;
+    std::string Describe() const override;
 
 private:
     KSL::InterfaceRef<Bin> bin_;

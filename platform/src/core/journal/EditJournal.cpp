@@ -1,0 +1,220 @@
+#include "BE/EditJournal.h"
+
+#include "EditRecorder.h"
+#include "JournalLines.h"
+#include "KSL/Exception.h"
+#include "ModelEdit.h"
+#include "file/JsonReader.h"
+#include "file/JsonText.h"
+#include "model/Project.h"
+
+#include <QByteArray>
+#include <QTimer>
+
+#include <cerrno>
+#include <cstring>
+#include <fcntl.h>
+#include <unistd.h>
+
+namespace BE {
+
+using platform::core::EditRecorder;
+
+// The journal file's writer, and the project's recorder while it is attached.
+// Lines are written with write(2), so a record is in the operating system's
+// hands before its change is announced and survives the process being
+// killed; the timed flush makes it survive a power cut too.
+struct EditJournal::Impl final : EditRecorder {
+    KSL::InterfaceRef<IProject> project;
+    platform::core::Project* model = nullptr;
+    std::string path;
+    int fd = -1;
+    std::uint64_t size = 0;
+    std::optional<std::string> problem;
+    QTimer flushTimer;
+
+    ~Impl() override { Close(); }
+
+    bool Open(int flags) {
+        fd = ::open(path.c_str(), O_WRONLY | O_APPEND | O_CLOEXEC | flags, 0644);
+        if (fd < 0) {
+            problem = path + ": " + std::strerror(errno);
+            return false;
+        }
+        flushTimer.setSingleShot(true);
+        flushTimer.setInterval(kFlushDelayMs);
+        QObject::connect(&flushTimer, &QTimer::timeout, [this] { Flush(); });
+        return true;
+    }
+
+    void Attach() { model->SetRecorder(this); }
+
+    void Close() {
+        if (model) {
+            model->SetRecorder(nullptr);
+            model = nullptr;
+        }
+        if (fd >= 0) {
+            Flush();
+            ::close(fd);
+            fd = -1;
+        }
+    }
+
+    void Fail(const std::string& what) {
+        problem = "the edit journal " + path + " stopped recording: " + what;
+        Close();
+    }
+
+    bool Write(std::string_view line) {
+        while (!line.empty()) {
+            const ssize_t written = ::write(fd, line.data(), line.size());
+            if (written < 0 && errno == EINTR) {
+                continue;
+            }
+            if (written <= 0) {
+                Fail(std::strerror(errno));
+                return false;
+            }
+            size += static_cast<std::uint64_t>(written);
+            line.remove_prefix(static_cast<std::size_t>(written));
+        }
+        return true;
+    }
+
+    void Append(std::string_view payload) {
+        if (fd >= 0 && Write(platform::core::JournalLine(payload)) && !flushTimer.isActive()) {
+            flushTimer.start();
+        }
+    }
+
+    void Flush() {
+        flushTimer.stop();
+        if (fd >= 0 && ::fdatasync(fd) != 0) {
+            Fail(std::strerror(errno));
+        }
+    }
+
+    bool Truncate(std::uint64_t length) {
+        if (::ftruncate(fd, static_cast<off_t>(length)) != 0) {
+            Fail(std::strerror(errno));
+            return false;
+        }
+        size = length;
+        return true;
+    }
+
+    Mark RecordEdit(const platform::core::ModelEdit& edit, UndoMode mode,
+                    std::u16string_view actionName) override {
+        const Mark mark = size;
+        if (fd < 0) {
+            return mark;
+        }
+        std::string payload = "{\"edit\":";
+        try {
+            payload += edit.Describe();
+        } catch (const platform::core::JsonValueError& error) {
+            Fail("a change holds what a project file cannot: " + error.GetPath() + ": " +
+                 error.what());
+            return mark;
+        }
+        if (mode == UndoMode::kAsUndoStep && !actionName.empty()) {
+            payload += ",\"name\":";
+            platform::core::AppendJsonString(actionName, payload);
+        }
+        payload += mode == UndoMode::kAsUndoStep ? ",\"op\":\"edit\",\"undo\":true}"
+                                                 : ",\"op\":\"edit\",\"undo\":false}";
+        Append(payload);
+        return mark;
+    }
+    void RecordUndo() override { Append(R"({"op":"undo"})"); }
+    void RecordRedo() override { Append(R"({"op":"redo"})"); }
+    void RecordHistoryCleared() override { Append(R"({"op":"clearHistory"})"); }
+    void Retract(Mark mark) override {
+        if (fd >= 0 && mark < size) {
+            Truncate(mark);
+        }
+    }
+};
+
+namespace {
+
+platform::core::Project& ModelOf(const KSL::InterfaceRef<IProject>& project) {
+    auto* model = platform::core::ImplementationOf<platform::core::Project>(project);
+    if (!model) {
+        throw KSL::Exception("the edit journal needs a project of this platform");
+    }
+    return *model;
+}
+
+} // namespace
+
+EditJournal::EditJournal(std::unique_ptr<Impl> impl)
+    : impl_(std::move(impl)) {}
+
+EditJournal::~EditJournal() = default;
+
+std::unique_ptr<EditJournal> EditJournal::Start(const KSL::InterfaceRef<IProject>& project,
+                                                const std::string& pathUtf8,
+                                                const std::string& projectDigest,
+                                                std::string& error) {
+    auto impl = std::make_unique<Impl>();
+    impl->project = project;
+    impl->model = &ModelOf(project);
+    impl->path = pathUtf8;
+    if (!impl->Open(O_CREAT | O_TRUNC) ||
+        !impl->Write(platform::core::JournalHeaderLine(projectDigest))) {
+        error = *impl->problem;
+        return nullptr;
+    }
+    impl->Flush();
+    impl->Attach();
+    return std::unique_ptr<EditJournal>(new EditJournal(std::move(impl)));
+}
+
+std::unique_ptr<EditJournal> EditJournal::Continue(const KSL::InterfaceRef<IProject>& project,
+                                                   const std::string& pathUtf8,
+                                                   const JournalReading& journal,
+                                                   std::size_t keptRecords, std::string& error) {
+    auto impl = std::make_unique<Impl>();
+    impl->project = project;
+    impl->model = &ModelOf(project);
+    impl->path = pathUtf8;
+    const std::uint64_t kept =
+        keptRecords == 0
+            ? journal.headerBytes
+            : journal.recordEnds.at(std::min(keptRecords, journal.recordEnds.size()) - 1);
+    if (!impl->Open(0) || !impl->Truncate(kept)) {
+        error = *impl->problem;
+        return nullptr;
+    }
+    impl->Flush();
+    impl->Attach();
+    return std::unique_ptr<EditJournal>(new EditJournal(std::move(impl)));
+}
+
+void EditJournal::Restart(const std::string& projectDigest) {
+    if (impl_->fd >= 0 && impl_->Truncate(0) &&
+        impl_->Write(platform::core::JournalHeaderLine(projectDigest))) {
+        impl_->Flush();
+    }
+}
+
+void EditJournal::Remove() {
+    impl_->Close();
+    ::unlink(impl_->path.c_str());
+}
+
+void EditJournal::Flush() {
+    impl_->Flush();
+}
+
+const std::string& EditJournal::GetPath() const {
+    return impl_->path;
+}
+
+const std::optional<std::string>& EditJournal::GetProblem() const {
+    return impl_->problem;
+}
+
+} // namespace BE

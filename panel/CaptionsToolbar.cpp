@@ -112,12 +112,16 @@ CaptionsToolbar::CaptionsToolbar(UIF::ViewBase& view)
 }
 
 CaptionsToolbar::~CaptionsToolbar() {
+    DestroyButtons();
+    colorPicker_->Destroy();
+}
+
+void CaptionsToolbar::DestroyButtons() {
     for (auto* buttons : {&alignButtons_, &styleButtons_, &colorButtons_}) {
         for (const std::unique_ptr<UIF::PictureButton>& button : *buttons) {
             button->Destroy();
         }
     }
-    colorPicker_->Destroy();
 }
 
 template <typename T>

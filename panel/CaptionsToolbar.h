@@ -40,6 +40,10 @@ public:
     CaptionsToolbar& operator=(const CaptionsToolbar&) = delete;
     ~CaptionsToolbar();
 
+    // Takes the ten picture buttons off the view (the view's teardown does
+    // this before it stops listening to the colour picker).
+    void DestroyButtons();
+
     std::int32_t GetHeight() const;
     bool IsOpenCaptions() const { return openCaptions_; }
     // Shows the family of the stream's format and places its controls.

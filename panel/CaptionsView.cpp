@@ -89,6 +89,9 @@ void CaptionsView::DestroySelf() {
         pane_->DetachView();
         pane_.reset();
     }
+    if (toolbar_) {
+        toolbar_->DestroyButtons();
+    }
     for (auto* button : {&addButton_, &deleteButton_}) {
         if (*button) {
             (*button)->SetVisible(false);
@@ -98,11 +101,12 @@ void CaptionsView::DestroySelf() {
     if (toolbar_) {
         KSL::StationUtils::RemoveListener(toolbar_->ColorPicker().GetStationID(), this);
     }
-    toolbar_.reset();
     if (scrollBar_) {
         KSL::StationUtils::RemoveListener(scrollBar_->GetStationID(), this);
     }
     KSL::StationUtils::RemoveListener(MZ::kStation_SequenceActivation, this);
+    // The colour picker goes with the toolbar's other controls.
+    toolbar_.reset();
     if (scrollBar_) {
         scrollBar_->Destroy();
         scrollBar_.reset();

@@ -72,6 +72,20 @@ UTF16String ToUTF16(std::string_view utf8) {
     UTF16String out;
     out.reserve(utf8.size());
     for (std::size_t i = 0; i < utf8.size();) {
+        // Runs of ASCII, the common case, are widened in one step.
+        std::size_t run = i;
+        while (run < utf8.size() && static_cast<unsigned char>(utf8[run]) < 0x80) {
+            ++run;
+        }
+        if (run > i) {
+            const std::size_t at = out.size();
+            out.resize(at + (run - i));
+            for (std::size_t k = i; k < run; ++k) {
+                out[at + (k - i)] = static_cast<char16_t>(utf8[k]);
+            }
+            i = run;
+            continue;
+        }
         AppendUTF16(out, DecodeUTF8(utf8, i));
     }
     return out;

@@ -131,8 +131,12 @@ TextInput::TextInput(std::string_view bytes, Encoding encoding) {
     std::size_t start = 0;
     std::uint64_t number = 1;
     while (start < text.size()) {
-        const std::size_t end = text.find_first_of("\r\n", start);
-        if (end == std::string_view::npos) {
+        // A plain scan: find_first_of tests every byte against the set.
+        std::size_t end = start;
+        while (end < text.size() && text[end] != '\n' && text[end] != '\r') {
+            ++end;
+        }
+        if (end == text.size()) {
             lines_.push_back({text.substr(start), number});
             break;
         }

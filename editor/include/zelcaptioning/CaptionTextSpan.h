@@ -5,14 +5,16 @@
 
 #include <boost/intrusive_ptr.hpp>
 
+#include <utility>
+
 namespace zelcaptioning {
 
 // A run of text in one character style.
 class CaptionTextSpan : public RefCounted {
 public:
     CaptionTextSpan() = default;
-    CaptionTextSpan(const zelcore::UTF16String& text, const TextSpanAttributes& attributes)
-        : text_(text)
+    CaptionTextSpan(zelcore::UTF16String text, const TextSpanAttributes& attributes)
+        : text_(std::move(text))
         , attributes_(attributes) {}
     ~CaptionTextSpan() override = default;
 

@@ -8,7 +8,7 @@ void CaptionTextBuilder::Append(std::string_view utf8, const TextSpanAttributes&
     if (utf8.empty()) {
         return;
     }
-    std::vector<Run>& line = lines_.back();
+    std::vector<Run>& line = lines_[lineCount_ - 1];
     if (!line.empty() && line.back().attributes == attributes) {
         line.back().utf8 += utf8;
     } else {
@@ -17,17 +17,22 @@ void CaptionTextBuilder::Append(std::string_view utf8, const TextSpanAttributes&
 }
 
 void CaptionTextBuilder::BreakLine() {
-    lines_.emplace_back();
+    if (lineCount_ == lines_.size()) {
+        lines_.emplace_back();
+    }
+    ++lineCount_;
 }
 
 bool CaptionTextBuilder::IsEmpty() const {
-    return lines_.size() == 1 && lines_.front().empty();
+    return lineCount_ == 1 && lines_.front().empty();
 }
 
 std::vector<CaptionTextParagraphPtr>
 CaptionTextBuilder::TakeParagraphs(const ParagraphStyleAttributes& style) {
     std::vector<CaptionTextParagraphPtr> paragraphs;
-    for (const std::vector<Run>& line : lines_) {
+    paragraphs.reserve(lineCount_);
+    for (std::size_t index = 0; index < lineCount_; ++index) {
+        std::vector<Run>& line = lines_[index];
         CaptionTextParagraphPtr paragraph(new CaptionTextParagraph);
         paragraph->SetParagraphStyleAttributes(style);
         for (const Run& run : line) {
@@ -35,8 +40,9 @@ CaptionTextBuilder::TakeParagraphs(const ParagraphStyleAttributes& style) {
                 new CaptionTextSpan(zelcore::ToUTF16(run.utf8), run.attributes));
         }
         paragraphs.push_back(paragraph);
+        line.clear();
     }
-    lines_.assign(1, {});
+    lineCount_ = 1;
     return paragraphs;
 }
 

@@ -10,7 +10,8 @@ namespace captionformats {
 
 // Gathers a caption's text as it is parsed: runs of UTF-8 text with their
 // attributes, line by line. Adjacent runs with equal attributes join into one
-// span, so a reader's paragraphs come out packed.
+// span, so a reader's paragraphs come out packed. A builder kept from caption
+// to caption keeps its storage.
 class CaptionTextBuilder {
 public:
     void Append(std::string_view utf8, const zelcaptioning::TextSpanAttributes& attributes);
@@ -27,7 +28,9 @@ private:
         std::string utf8;
         zelcaptioning::TextSpanAttributes attributes;
     };
+    // The first lineCount_ lines are in use; the others keep their storage.
     std::vector<std::vector<Run>> lines_{1};
+    std::size_t lineCount_ = 1;
 };
 
 zelcaptioning::CaptionPtr

@@ -72,7 +72,8 @@ private:
             log_.Warn(SourceLocation::AtLine(timingLine.number, 1),
                       "cue ends before it begins; kept as found");
         }
-        CaptionTextBuilder builder;
+        // One builder for every cue keeps its storage; each cue takes all it gathered.
+        CaptionTextBuilder& builder = builder_;
         srt::SrtCueText cueText(builder, log_);
         for (std::size_t textIndex = index + 1; textIndex < next; ++textIndex) {
             if (textIndex > index + 1) {
@@ -96,6 +97,7 @@ private:
     const std::vector<TextInput::Line>& lines_;
     DiagnosticLog& log_;
     std::vector<CaptionPtr> captions_;
+    CaptionTextBuilder builder_;
 };
 
 } // namespace

@@ -11,7 +11,7 @@ extern "C" {
 
 namespace platform::media {
 
-MediaDecoder::MediaDecoder(std::string pathUtf8)
+MediaDecoder::MediaDecoder(std::string pathUtf8, int decoderThreadCount)
     : pathUtf8_(std::move(pathUtf8)) {
     AVFormatContext* format = nullptr;
     int result = avformat_open_input(&format, pathUtf8_.c_str(), nullptr, nullptr);
@@ -45,8 +45,7 @@ MediaDecoder::MediaDecoder(std::string pathUtf8)
         throw std::bad_alloc();
     }
     result = avcodec_parameters_to_context(codec_.get(), stream->codecpar);
-    // The worker pool already keeps the cores busy; decoder threads would only add latency.
-    codec_->thread_count = 1;
+    codec_->thread_count = decoderThreadCount;
     if (result >= 0) {
         result = avcodec_open2(codec_.get(), decoder, nullptr);
     }

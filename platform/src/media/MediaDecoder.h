@@ -24,8 +24,10 @@ public:
     // Asked between packets; true abandons the decode with DecodeCancelled.
     using StopCheck = std::function<bool()>;
 
-    // Opens the file and its video decoder. Throws MediaError naming the file and the problem.
-    explicit MediaDecoder(std::string pathUtf8);
+    // Opens the file and its video decoder, which decodes on decoderThreadCount threads (one
+    // where a pool of workers already keeps the cores busy). Throws MediaError naming the file
+    // and the problem.
+    explicit MediaDecoder(std::string pathUtf8, int decoderThreadCount = 1);
     MediaDecoder(const MediaDecoder&) = delete;
     MediaDecoder& operator=(const MediaDecoder&) = delete;
 

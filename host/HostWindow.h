@@ -71,6 +71,8 @@ private:
     void OnProjectReplaced();
     void UpdateTitle();
     void ShowShortcutsDialog();
+    // Whether the keyboard focus is in a panel a plug-in docked (not the project panel).
+    bool FocusIsInPluginPanel() const;
 
     QPointer<QMainWindow> mainWindow_;
     ProblemReporter reportProblem_;

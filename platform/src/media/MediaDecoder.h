@@ -32,6 +32,7 @@ public:
     MediaDecoder& operator=(const MediaDecoder&) = delete;
 
     std::mutex& GetMutex() { return mutex_; }
+    const std::string& GetPath() const { return pathUtf8_; }
 
     // The frame whose display interval holds `time` (from the first frame of the stream),
     // scaled to `size`; past the end, the last frame. With a keyframe sink, the keyframe the
@@ -63,6 +64,7 @@ private:
     std::int64_t startTimestamp_ = 0;
     std::int64_t frameDurationTimestamp_ = 0;
     std::int64_t currentTimestamp_ = 0;
+    std::int64_t targetTimestamp_ = 0; // of the frame being decoded to
     bool hasCurrent_ = false;
     bool draining_ = false;
 };

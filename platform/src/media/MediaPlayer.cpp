@@ -1,6 +1,7 @@
 #include "ML/MediaPlayer.h"
 
 #include "KSL/Exception.h"
+#include "MediaDecoder.h"
 #include "PlaybackRun.h"
 
 #include <algorithm>
@@ -37,7 +38,8 @@ void MediaPlayer::Play(const BE::MasterClipSettings& clip, zelmediatypes::TickTi
         output = output_.get();
     }
     lastStatistics_ = {};
-    run_ = std::make_unique<platform::media::PlaybackRun>(clip, from, speed, size, output);
+    run_ = std::make_unique<platform::media::PlaybackRun>(clip, from, speed, size, output,
+                                                          videoDecoder_);
 }
 
 void MediaPlayer::Stop() {

@@ -36,14 +36,16 @@ std::int64_t FramesToTicks(std::int64_t frames, int rateHz) {
 } // namespace
 
 PlaybackRun::PlaybackRun(const BE::MasterClipSettings& clip, TickTime from, double speed,
-                         ML::FrameSize size, ML::AudioOutput* output)
+                         ML::FrameSize size, ML::AudioOutput* output,
+                         std::shared_ptr<MediaDecoder>& decoderSlot)
     : clip_(clip)
     , from_(from)
     , speed_(speed)
     , direction_(speed < 0 ? -1 : 1)
     , size_(size)
     , output_(output)
-    , stepTicks_(StepTicks(clip, speed)) {
+    , stepTicks_(StepTicks(clip, speed))
+    , decoder_(decoderSlot) {
     video_ = std::thread([this] { RunVideo(); });
     if (output_) {
         audio_ = std::thread([this] { RunAudio(); });
@@ -135,7 +137,6 @@ bool PlaybackRun::Push(QueuedFrame frame) {
 
 void PlaybackRun::RunVideo() {
     const TickTime frameDuration = clip_.frameRate.FrameDuration();
-    std::unique_ptr<MediaDecoder> decoder;
     for (std::int64_t index = 0;; ++index) {
         const TickTime time = from_ + TickTime(direction_ * index * stepTicks_);
         const bool outside = time < zelmediatypes::kTime_Zero ||
@@ -149,18 +150,21 @@ void PlaybackRun::RunVideo() {
                 frame = TestSourceRenderer::Render(time, clip_.frameRate, size_.widthPx,
                                                    size_.heightPx);
             } else {
-                if (!decoder) {
+                if (!decoder_ || decoder_->GetPath() != clip_.media.filePathUtf8) {
+                    decoder_.reset();
                     // Two decoder threads: playback is the one job of this thread.
-                    decoder = std::make_unique<MediaDecoder>(clip_.media.filePathUtf8, 2);
+                    decoder_ = std::make_shared<MediaDecoder>(clip_.media.filePathUtf8, 2);
                 }
                 // The middle of the frame: coarse media timestamps can start a frame late.
-                frame = decoder->DecodeFrame(time + TickTime(frameDuration.GetTicks() / 2), size_,
-                                             {}, [this] { return stopping_.load(); });
+                frame = decoder_->DecodeFrame(time + TickTime(frameDuration.GetTicks() / 2), size_,
+                                              {}, [this] { return stopping_.load(); });
             }
         } catch (const DecodeCancelled&) {
             break;
         } catch (const std::exception& error) {
-            // MediaError, or a size the test source refuses: shown as an error frame.
+            // MediaError, or a size the test source refuses: shown as an error frame. The
+            // decoder is not kept: the file may be mended before the next run.
+            decoder_.reset();
             Push({index * stepTicks_,
                   std::make_shared<const VF::VideoFrame>(VF::VideoFrame::MakeError(error.what()))});
             break;

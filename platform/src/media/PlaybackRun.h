@@ -12,10 +12,13 @@
 #include <condition_variable>
 #include <cstdint>
 #include <deque>
+#include <memory>
 #include <mutex>
 #include <thread>
 
 namespace platform::media {
+
+class MediaDecoder;
 
 // One playback from a start time at one speed: the video thread that fills a short queue of
 // frames ahead of the clock, the audio thread that feeds the output at normal speed, and the
@@ -23,9 +26,12 @@ namespace platform::media {
 // the threads.
 class PlaybackRun {
 public:
-    // output is null when the clock is the system clock; otherwise it is open.
+    // output is null when the clock is the system clock; otherwise it is open. The decoder
+    // slot holds the video decoder of an earlier run, used again when it decodes the clip's
+    // file, and receives the one this run opens; nothing else touches it while the run lives.
     PlaybackRun(const BE::MasterClipSettings& clip, zelmediatypes::TickTime from, double speed,
-                ML::FrameSize size, ML::AudioOutput* output);
+                ML::FrameSize size, ML::AudioOutput* output,
+                std::shared_ptr<MediaDecoder>& decoderSlot);
     PlaybackRun(const PlaybackRun&) = delete;
     PlaybackRun& operator=(const PlaybackRun&) = delete;
     ~PlaybackRun();
@@ -57,6 +63,7 @@ private:
     ML::AudioOutput* const output_;
     const ML::AudioFormat format_;
     const std::int64_t stepTicks_; // between the media times of queued frames
+    std::shared_ptr<MediaDecoder>& decoder_;
 
     mutable std::mutex mutex_;
     std::condition_variable changed_;

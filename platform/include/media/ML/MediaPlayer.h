@@ -11,8 +11,9 @@
 #include <string>
 
 namespace platform::media {
+class MediaDecoder;
 class PlaybackRun;
-}
+} // namespace platform::media
 
 namespace ML {
 
@@ -64,6 +65,8 @@ public:
 
 private:
     std::unique_ptr<AudioOutput> output_;
+    // The last file's video decoder, kept open so that playing it again starts at once.
+    std::shared_ptr<platform::media::MediaDecoder> videoDecoder_;
     std::unique_ptr<platform::media::PlaybackRun> run_;
     PlaybackStatistics lastStatistics_;
 };

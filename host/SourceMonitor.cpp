@@ -238,8 +238,12 @@ void SourceMonitor::Compose() {
         return;
     }
     const BE::MasterClipSettings settings = clip_->GetSettings();
+    std::optional<CaptionGrid> closedGrid;
+    if (stream_ && !zelcaptioning::IsOpenCaptions(stream_->GetStreamFormat())) {
+        closedGrid = CaptionGrid{stream_->GetGridColumnCount(), stream_->GetGridRowCount()};
+    }
     picture_->Show(frame_, CaptionAtPlayhead(), settings.frameRect.Width(),
-                   settings.frameRect.Height());
+                   settings.frameRect.Height(), closedGrid);
 }
 
 zelcaptioning::CaptionPtr SourceMonitor::CaptionAtPlayhead() const {

@@ -42,6 +42,13 @@ public:
     }
 
     bool isSequential() const override { return true; }
+    // The sound has no end while the output is open: an empty ring is an underrun, and the
+    // sink goes on pulling.
+    bool atEnd() const override { return !isOpen(); }
+    qint64 bytesAvailable() const override {
+        std::lock_guard lock(mutex_);
+        return static_cast<qint64>(size_) + QIODevice::bytesAvailable();
+    }
 
 protected:
     qint64 readData(char* data, qint64 maxSize) override {

@@ -119,7 +119,9 @@ TEST_F(SourceMonitorPlaybackTest, SpacePlaysByTheAudioClockWithTheCaptionsAtThei
     Press(Qt::Key_Space);
     ASSERT_TRUE(Monitor().IsPlaying());
     EXPECT_EQ(Monitor().GetPlaybackSpeed(), 1);
-    // The generated source sounds as silence; the clock is the sound heard.
+    // The first frame is shown at once; the generated source sounds as silence, and the clock
+    // is the sound heard.
+    ASSERT_TRUE(WaitUntil([&] { return Monitor().GetPlayback().GetStatistics().framesShown > 0; }));
     ASSERT_TRUE(WaitUntil([&] { return output->GetWrittenFrameCount() > 0; }));
     Hear(kSampleRateHz, start);
     // One second of sound: the frame of that second is shown.

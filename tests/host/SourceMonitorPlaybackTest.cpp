@@ -284,6 +284,11 @@ TEST_F(SourceMonitorPlaybackTest, PlayingTheSelectedCaptionStopsAtItsEnd) {
     EXPECT_LT(Monitor().GetPlayhead(), caption->GetEndTime());
     EXPECT_GE(Monitor().GetPlayhead(), caption->GetEndTime() - frameDuration);
     EXPECT_GT(length, frameDuration);
+
+    // The command's default key plays it again.
+    Press(Qt::Key_Space, Qt::ControlModifier | Qt::ShiftModifier);
+    EXPECT_TRUE(Monitor().IsPlaying());
+    EXPECT_EQ(Monitor().GetPlayhead(), caption->GetBeginTime());
 }
 
 } // namespace

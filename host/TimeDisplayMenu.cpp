@@ -26,8 +26,11 @@ zelmediatypes::TimeDisplay TimeDisplayMenu::GetAudioTimeDisplay(Target target) c
 
 void TimeDisplayMenu::AddTargetMenu(Target target, const QString& title) {
     QMenu* menu = addMenu(title);
-    auto addGroup = [&](std::span<const zelmediatypes::TimeDisplay> displays,
+    // Each group under its heading, one item checked in each.
+    auto addGroup = [&](const QString& heading,
+                        std::span<const zelmediatypes::TimeDisplay> displays,
                         zelmediatypes::TimeDisplay chosen) {
+        menu->addSection(heading);
         auto* group = new QActionGroup(menu);
         for (const zelmediatypes::TimeDisplay display : displays) {
             QAction* action = menu->addAction(TimeDisplayName(display));
@@ -40,9 +43,10 @@ void TimeDisplayMenu::AddTargetMenu(Target target, const QString& title) {
         }
     };
     const Choice& choice = target == Target::kSource ? source_ : sequence_;
-    addGroup(VideoTimeDisplays(), choice.video);
-    menu->addSeparator();
-    addGroup(AudioTimeDisplays(), choice.audio);
+    addGroup(Localized("$$$/Corvala/Host/Menu/VideoTimes=Video"), VideoTimeDisplays(),
+             choice.video);
+    addGroup(Localized("$$$/Corvala/Host/Menu/AudioTimes=Audio"), AudioTimeDisplays(),
+             choice.audio);
 }
 
 void TimeDisplayMenu::Choose(Target target, zelmediatypes::TimeDisplay display) {

@@ -12,12 +12,14 @@
 #include "MZ/ActivationMessages.h"
 #include "MZ/CaptionMessages.h"
 #include "MZ/Captioning.h"
+#include "MZ/MasterClipActions.h"
 #include "MZ/PlayheadMessages.h"
 #include "MZ/Stations.h"
 #include "MonitorPicture.h"
 #include "QtText.h"
 #include "TimecodeEntry.h"
 #include "UIF/HotTimecodeControl.h"
+#include "UIF/TimeDisplayChoice.h"
 #include "zelmediatypes/TimeLabel.h"
 
 #include <QHBoxLayout>
@@ -142,6 +144,9 @@ bool SourceMonitor::HandleMessage(const KSL::Message& message) {
     } else if (const auto* source = message.As<HSL::SourceClipSelectedMessage>()) {
         ShowClip(source->GetClip(), {});
     } else if (const auto* closed = message.As<MZ::MasterClipClosedMessage>()) {
+        std::erase_if(clipTimeDisplays_, [closed](const auto& entry) {
+            return entry.first == closed->GetMasterClip();
+        });
         if (closed->GetMasterClip() == clip_) {
             ShowClip({}, {});
         }
@@ -151,6 +156,16 @@ bool SourceMonitor::HandleMessage(const KSL::Message& message) {
         ShowClip(item->GetTrackItem().masterClip, item->GetTrackItem().stream);
     } else if (const auto* display = message.As<UIF::HotTimecodeVideoTimeDisplayChangedMessage>()) {
         timeDisplay_ = display->GetTimeDisplay();
+        if (clip_) {
+            const auto remembered =
+                std::find_if(clipTimeDisplays_.begin(), clipTimeDisplays_.end(),
+                             [this](const auto& entry) { return entry.first == clip_; });
+            if (remembered != clipTimeDisplays_.end()) {
+                remembered->second = timeDisplay_;
+            } else {
+                clipTimeDisplays_.emplace_back(clip_, timeDisplay_);
+            }
+        }
         UpdateControls();
     } else if (message.As<BE::MasterClipClipChangedMessage>()) {
         UpdateControls();
@@ -178,6 +193,7 @@ void SourceMonitor::ShowClip(KSL::InterfaceRef<BE::IMasterClip> clip,
         frame_.reset();
         clip_ = std::move(clip);
         playhead_ = zelmediatypes::TickTime();
+        AnnounceClipTimeDisplay();
     } else if (!stream) {
         stream = stream_;
     }
@@ -198,6 +214,23 @@ void SourceMonitor::ShowClip(KSL::InterfaceRef<BE::IMasterClip> clip,
         refreshTimer_.start();
     } else {
         refreshTimer_.stop();
+    }
+}
+
+void SourceMonitor::AnnounceClipTimeDisplay() {
+    if (!clip_) {
+        return;
+    }
+    const auto remembered =
+        std::find_if(clipTimeDisplays_.begin(), clipTimeDisplays_.end(),
+                     [this](const auto& entry) { return entry.first == clip_; });
+    const zelmediatypes::TimeDisplay display =
+        remembered != clipTimeDisplays_.end()
+            ? remembered->second
+            : MZ::MasterClipActions::GetVideoTimeDisplayFormat(clip_);
+    if (display != zelmediatypes::kTimeDisplay_Unknown && display != timeDisplay_) {
+        UIF::AnnounceTimeDisplayChoice(KSL::StationID(UIF::kStation_SourceTimeDisplayChanged),
+                                       display);
     }
 }
 

@@ -15,6 +15,7 @@
 #include <QWidget>
 
 #include <optional>
+#include <utility>
 #include <vector>
 
 class QKeyEvent;
@@ -80,6 +81,8 @@ private:
                   KSL::InterfaceRef<BE::ICaptioningStream> stream);
     void SubscribeTo(const KSL::StationID& station);
     void UnsubscribeFromClip();
+    // Announces the source time display the shown clip starts in.
+    void AnnounceClipTimeDisplay();
     void RequestFrame();
     void Compose();
     void UpdateControls();
@@ -103,6 +106,10 @@ private:
     VF::VideoFrameRef frame_;
     // Collects resizes and playhead moves into one frame request.
     QTimer refreshTimer_;
+    // The source time display last chosen while each clip was shown, for this session; a clip
+    // not in the list starts in its own rate's display.
+    std::vector<std::pair<KSL::InterfaceRef<BE::IMasterClip>, zelmediatypes::TimeDisplay>>
+        clipTimeDisplays_;
     KSL::InterfaceRef<BE::IMasterClip> selectedCaptionClip_;
     zelcaptioning::CaptionPtr selectedCaption_;
     PlaybackController playback_;

@@ -1,7 +1,14 @@
-// View > Time Display: each target's items grouped under Video and Audio headings.
+// View > Time Display: each target's items grouped under Video and Audio headings, and the
+// source display starting from each clip's own frame rate.
+#include "HostTestSupport.h"
+#include "SourceMonitor.h"
 #include "TimeDisplayMenu.h"
+#include "TimecodeEntry.h"
+#include "zelcore/UTF16String.h"
 
 #include <gtest/gtest.h>
+
+#include <QLineEdit>
 
 #include <QAction>
 #include <QMenu>
@@ -30,8 +37,47 @@ std::map<QString, Group> GroupsOf(QMenu& menu) {
     return groups;
 }
 
-TEST(TimeDisplayMenuTest, EachTargetShowsOneCheckedItemUnderEachOfItsHeadings) {
-    host::TimeDisplayMenu menu;
+using host::TimeDisplayMenu;
+using namespace zelmediatypes;
+
+class TimeDisplayMenuTest : public host_test::HostWindowTest {
+protected:
+    TimeDisplayMenu& Menu() { return Window().GetTimeDisplayMenu(); }
+
+    // The video display whose Source item is checked.
+    TimeDisplay CheckedSourceVideo() {
+        QMenu* source = Menu().findChildren<QMenu*>().front();
+        for (QAction* action : source->actions()) {
+            const auto display = static_cast<TimeDisplay>(action->data().toInt());
+            if (action->isChecked() && !IsAudioTimeDisplay(display)) {
+                return display;
+            }
+        }
+        return kTimeDisplay_Unknown;
+    }
+
+    void ChooseSource(TimeDisplay display) {
+        for (QAction* action : Menu().findChildren<QMenu*>().front()->actions()) {
+            if (action->data().toInt() == static_cast<int>(display) && action->isCheckable()) {
+                action->trigger();
+            }
+        }
+    }
+
+    KSL::InterfaceRef<BE::IMasterClip> AddClip(const char* name, FrameRate rate) {
+        const KSL::InterfaceRef<BE::IProject>& project = Window().GetDocument().GetProject();
+        BE::MasterClipSettings settings;
+        settings.name = zelcore::ToUTF16(name);
+        settings.frameRect = zelcore::geom::RectT<int>::FromSize(0, 0, 640, 360);
+        settings.frameRate = rate;
+        settings.duration = TickTime::FromSeconds(60);
+        return project->AddMasterClip(project->GetBin(0), settings,
+                                      BE::UndoMode::kWithoutUndoStep);
+    }
+};
+
+TEST_F(TimeDisplayMenuTest, EachTargetShowsOneCheckedItemUnderEachOfItsHeadings) {
+    TimeDisplayMenu& menu = Menu();
     const QList<QMenu*> targets = menu.findChildren<QMenu*>();
     ASSERT_EQ(targets.size(), 2);
     for (QMenu* target : targets) {
@@ -51,6 +97,37 @@ TEST(TimeDisplayMenuTest, EachTargetShowsOneCheckedItemUnderEachOfItsHeadings) {
     }
     EXPECT_EQ(GroupsOf(*source)["Audio"].checked, 1);
     EXPECT_EQ(GroupsOf(*source)["Video"].checked, 1);
+    EXPECT_EQ(menu.GetAudioTimeDisplay(TimeDisplayMenu::Target::kSource),
+              kTimeDisplay_Milliseconds);
+}
+
+TEST_F(TimeDisplayMenuTest, EachClipStartsInItsOwnRatesDisplayAndKeepsAChoiceMadeForIt) {
+    OpenDemo();
+    const auto pal = AddClip("PAL", kFrameRate_25);
+    const auto film = AddClip("Film", kFrameRate_23976);
+    const auto ntsc = Clip(host_test::kCaptionedClip);
+    host::SourceMonitor& monitor = Window().GetSourceMonitor();
+
+    ClickItem(pal.Get());
+    EXPECT_EQ(CheckedSourceVideo(), kTimeDisplay_25Timecode);
+    monitor.SetPlayhead(kFrameRate_25.FrameDuration() * 30);
+    EXPECT_EQ(monitor.GetTimecodeEntry().GetField().text(), QStringLiteral("00:00:01:05"));
+    ClickItem(film.Get());
+    EXPECT_EQ(CheckedSourceVideo(), kTimeDisplay_23976Timecode);
+    ClickItem(ntsc.Get());
+    EXPECT_EQ(CheckedSourceVideo(), kTimeDisplay_2997DropTimecode);
+
+    // A choice made while a clip is shown comes back with that clip.
+    ChooseSource(kTimeDisplay_Frames);
+    EXPECT_EQ(CheckedSourceVideo(), kTimeDisplay_Frames);
+    ClickItem(pal.Get());
+    EXPECT_EQ(CheckedSourceVideo(), kTimeDisplay_25Timecode);
+    EXPECT_EQ(Menu().GetVideoTimeDisplay(TimeDisplayMenu::Target::kSource),
+              kTimeDisplay_25Timecode);
+    ClickItem(ntsc.Get());
+    EXPECT_EQ(CheckedSourceVideo(), kTimeDisplay_Frames);
+    monitor.SetPlayhead(kFrameRate_2997.FrameDuration() * 1800);
+    EXPECT_EQ(monitor.GetTimecodeEntry().GetField().text(), QStringLiteral("1800"));
 }
 
 } // namespace

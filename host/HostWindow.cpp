@@ -41,7 +41,8 @@ HostWindow::HostWindow(FileChooser& chooser, ProblemReporter reportProblem)
     , sourceMonitor_(new SourceMonitor)
     , fileActions_(document_, chooser, mainWindow_,
                    [this] { return !handlers_ || handlers_->AllowClose(); })
-    , clipActions_(document_, *projectPanel_, chooser, mainWindow_, reportProblem_) {
+    , clipActions_(document_, *projectPanel_, chooser, mainWindow_, reportProblem_)
+    , sequenceTimeDisplay_([this] { return document_.GetProject(); }) {
     BuildDocks();
     AddCommands();
     UIF::ApplicationCommander()->AttachCommandHandler(&commands_);

@@ -6,6 +6,7 @@
 #include "ProjectFileActions.h"
 #include "ProjectHandlers.h"
 #include "ProjectPanel.h"
+#include "SequenceTimeDisplayLink.h"
 #include "SourceMonitor.h"
 #include "TimeDisplayMenu.h"
 #include "WindowMenu.h"
@@ -83,6 +84,7 @@ private:
     ProjectFileActions fileActions_;
     ClipActions clipActions_;
     HostCommandTable commands_;
+    SequenceTimeDisplayLink sequenceTimeDisplay_;
     std::unique_ptr<ProjectHandlers> handlers_;
     QPointer<QMenu> fileMenu_;
     QPointer<QMenu> editMenu_;

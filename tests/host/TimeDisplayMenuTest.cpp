@@ -1,13 +1,16 @@
 // View > Time Display: each target's items grouped under Video and Audio headings, and the
 // source display starting from each clip's own frame rate.
-#include "HostTestSupport.h"
-#include "SourceMonitor.h"
 #include "TimeDisplayMenu.h"
+#include "HostTestSupport.h"
+#include "SequenceSettingsDialog.h"
+#include "SourceMonitor.h"
 #include "TimecodeEntry.h"
 #include "zelcore/UTF16String.h"
 
 #include <gtest/gtest.h>
 
+#include <QApplication>
+#include <QComboBox>
 #include <QLineEdit>
 
 #include <QAction>
@@ -56,8 +59,19 @@ protected:
         return kTimeDisplay_Unknown;
     }
 
-    void ChooseSource(TimeDisplay display) {
-        for (QAction* action : Menu().findChildren<QMenu*>().front()->actions()) {
+    // The video display whose item of a target's submenu (0 Source, 1 Sequence) is checked.
+    TimeDisplay CheckedVideo(int target) {
+        for (QAction* action : Menu().findChildren<QMenu*>()[target]->actions()) {
+            const auto display = static_cast<TimeDisplay>(action->data().toInt());
+            if (action->isChecked() && !IsAudioTimeDisplay(display)) {
+                return display;
+            }
+        }
+        return kTimeDisplay_Unknown;
+    }
+
+    void Choose(TimeDisplay display, int target = 0) {
+        for (QAction* action : Menu().findChildren<QMenu*>()[target]->actions()) {
             if (action->data().toInt() == static_cast<int>(display) && action->isCheckable()) {
                 action->trigger();
             }
@@ -71,8 +85,7 @@ protected:
         settings.frameRect = zelcore::geom::RectT<int>::FromSize(0, 0, 640, 360);
         settings.frameRate = rate;
         settings.duration = TickTime::FromSeconds(60);
-        return project->AddMasterClip(project->GetBin(0), settings,
-                                      BE::UndoMode::kWithoutUndoStep);
+        return project->AddMasterClip(project->GetBin(0), settings, BE::UndoMode::kWithoutUndoStep);
     }
 };
 
@@ -118,7 +131,7 @@ TEST_F(TimeDisplayMenuTest, EachClipStartsInItsOwnRatesDisplayAndKeepsAChoiceMad
     EXPECT_EQ(CheckedSourceVideo(), kTimeDisplay_2997DropTimecode);
 
     // A choice made while a clip is shown comes back with that clip.
-    ChooseSource(kTimeDisplay_Frames);
+    Choose(kTimeDisplay_Frames);
     EXPECT_EQ(CheckedSourceVideo(), kTimeDisplay_Frames);
     ClickItem(pal.Get());
     EXPECT_EQ(CheckedSourceVideo(), kTimeDisplay_25Timecode);
@@ -128,6 +141,38 @@ TEST_F(TimeDisplayMenuTest, EachClipStartsInItsOwnRatesDisplayAndKeepsAChoiceMad
     EXPECT_EQ(CheckedSourceVideo(), kTimeDisplay_Frames);
     monitor.SetPlayhead(kFrameRate_2997.FrameDuration() * 1800);
     EXPECT_EQ(monitor.GetTimecodeEntry().GetField().text(), QStringLiteral("1800"));
+}
+
+TEST_F(TimeDisplayMenuTest, TheSequenceMenuAndTheSettingsDialogShareTheSequencesSetting) {
+    OpenDemo();
+    const auto sequence = Sequence(host_test::kDemoSequence);
+    ASSERT_TRUE(sequence);
+    const TimeDisplay original = sequence->GetSettings().videoTimeDisplay;
+    ASSERT_NE(original, kTimeDisplay_25Timecode);
+    ClickItem(sequence.Get());
+    EXPECT_EQ(CheckedVideo(1), original);
+
+    // The menu's choice is the sequence's setting, one undo step.
+    Choose(kTimeDisplay_25Timecode, 1);
+    EXPECT_EQ(sequence->GetSettings().videoTimeDisplay, kTimeDisplay_25Timecode);
+    EXPECT_EQ(CheckedVideo(1), kTimeDisplay_25Timecode);
+    Window().GetDocument().Undo();
+    EXPECT_EQ(sequence->GetSettings().videoTimeDisplay, original);
+    EXPECT_EQ(CheckedVideo(1), original);
+
+    // The dialog's change shows in the menu.
+    host_test::WhenModalLoopRuns([] {
+        auto* dialog =
+            dynamic_cast<host::SequenceSettingsDialog*>(QApplication::activeModalWidget());
+        ASSERT_NE(dialog, nullptr);
+        QComboBox& video = dialog->GetVideoTimeDisplayField();
+        video.setCurrentIndex(video.findData(static_cast<int>(kTimeDisplay_Frames)));
+        dialog->accept();
+    });
+    DoubleClickItem(sequence.Get());
+    EXPECT_EQ(sequence->GetSettings().videoTimeDisplay, kTimeDisplay_Frames);
+    EXPECT_EQ(CheckedVideo(1), kTimeDisplay_Frames);
+    EXPECT_EQ(Menu().GetVideoTimeDisplay(TimeDisplayMenu::Target::kSequence), kTimeDisplay_Frames);
 }
 
 } // namespace

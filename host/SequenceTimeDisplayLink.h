@@ -22,8 +22,6 @@ public:
     explicit SequenceTimeDisplayLink(ProjectGetter project);
     ~SequenceTimeDisplayLink() override;
 
-    const KSL::InterfaceRef<BE::ISequence>& GetSequence() const { return sequence_; }
-
 private:
     bool HandleMessage(const KSL::Message& message) override;
     void AnnounceSettings();

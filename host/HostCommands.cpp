@@ -47,6 +47,10 @@ constexpr std::array kGlobalCommands{
                   nullptr},
     GlobalCommand{"cmd.edit.selectall", UIF::kCommand_SelectAll,
                   "$$$/Corvala/Host/Command/SelectAll=Select All", "Ctrl+A"},
+    GlobalCommand{"cmd.playback.playcaption", kHostCommand_PlaySelectedCaption,
+                  "$$$/Corvala/Host/Command/PlayCaption=Play the selected caption from its begin "
+                  "to its end",
+                  "Ctrl+Shift+Space"},
     GlobalCommand{"cmd.edit.shortcuts", kHostCommand_KeyboardShortcuts,
                   "$$$/Corvala/Host/Command/Shortcuts=Keyboard shortcuts", "Ctrl+Alt+K"},
 };

@@ -28,6 +28,7 @@ enum HostCommand : UIF::CommandID {
     kHostCommand_AddCEA708Stream = 41021,
     kHostCommand_AddTeletextStream = 41022,
     kHostCommand_AddOpenCaptionStream = 41023,
+    kHostCommand_PlaySelectedCaption = 41031,
 };
 
 struct GlobalCommand {

@@ -47,6 +47,11 @@ void HostWindow::BuildMenus() {
     viewMenu_->setObjectName(QStringLiteral("viewMenu"));
     timeDisplayMenu_ = new TimeDisplayMenu(viewMenu_);
     viewMenu_->addMenu(timeDisplayMenu_);
+    viewMenu_->addSeparator();
+    AddCommandAction(*viewMenu_, kHostCommand_PlaySelectedCaption,
+                     Localized("$$$/Corvala/Host/Menu/PlayCaption=Play Selected Caption"));
+    QObject::connect(viewMenu_, &QMenu::aboutToShow, viewMenu_,
+                     [menu = viewMenu_.data()] { RefreshCommandActions(*menu); });
     bar.addMenu(viewMenu_);
     windowMenu_ = new WindowMenu({projectDock_->toggleViewAction()}, &bar);
     bar.addMenu(windowMenu_);
@@ -126,6 +131,10 @@ void HostWindow::AddCommands() {
     commands_.Add(kHostCommand_Quit, {always, [this] { mainWindow_->close(); }, {}});
     commands_.Add(kHostCommand_KeyboardShortcuts, {always, [this] { ShowShortcutsDialog(); }, {}});
     commands_.Add(kHostCommand_Preferences, {always, [this] { ShowPreferencesDialog(); }, {}});
+    commands_.Add(kHostCommand_PlaySelectedCaption,
+                  {[this] { return sourceMonitor_->CanPlaySelectedCaption(); },
+                   [this] { sourceMonitor_->PlaySelectedCaption(); },
+                   {}});
     for (const auto& [id, format] : kStreamCommands) {
         commands_.Add(id,
                       {[this, format = format] { return clipActions_.CanAddCaptionStream(format); },

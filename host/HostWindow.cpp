@@ -9,9 +9,11 @@
 #include "UIF/ShortcutManager.h"
 #include "UIF/WindowClasses.h"
 
+#include <QApplication>
 #include <QCloseEvent>
 #include <QDockWidget>
 #include <QFileInfo>
+#include <QKeyEvent>
 #include <QMainWindow>
 #include <QMenu>
 #include <QMenuBar>
@@ -42,7 +44,8 @@ HostWindow::HostWindow(FileChooser& chooser, ProblemReporter reportProblem)
     , fileActions_(document_, chooser, mainWindow_,
                    [this] { return !handlers_ || handlers_->AllowClose(); })
     , clipActions_(document_, *projectPanel_, chooser, mainWindow_, reportProblem_)
-    , captionFileActions_(document_, *projectPanel_, chooser, mainWindow_, reportProblem_) {
+    , captionFileActions_(document_, *projectPanel_, chooser, mainWindow_, reportProblem_)
+    , sequenceTimeDisplay_([this] { return document_.GetProject(); }) {
     new CaptionFileDrop(*projectPanel_, [this](const std::string& path,
                                                const KSL::InterfaceRef<BE::IMasterClip>& clip) {
         captionFileActions_.ImportCaptionFile(path, clip);
@@ -116,7 +119,22 @@ bool HostWindow::eventFilter(QObject* watched, QEvent* event) {
         event->ignore();
         return true;
     }
+    // A key a plug-in's panel left unused reaches the main window: in a panel the transport
+    // keys drive the source monitor, as they do in the monitor itself.
+    if (watched == mainWindow_ && event->type() == QEvent::KeyPress && FocusIsInPluginPanel() &&
+        sourceMonitor_->HandleTransportKey(static_cast<const QKeyEvent&>(*event))) {
+        return true;
+    }
     return QObject::eventFilter(watched, event);
+}
+
+bool HostWindow::FocusIsInPluginPanel() const {
+    for (QWidget* widget = QApplication::focusWidget(); widget; widget = widget->parentWidget()) {
+        if (auto* dock = qobject_cast<QDockWidget*>(widget)) {
+            return dock != projectDock_;
+        }
+    }
+    return false;
 }
 
 void HostWindow::BuildDocks() {

@@ -8,6 +8,7 @@
 #include "ProjectFileActions.h"
 #include "ProjectHandlers.h"
 #include "ProjectPanel.h"
+#include "SequenceTimeDisplayLink.h"
 #include "SourceMonitor.h"
 #include "TimeDisplayMenu.h"
 #include "WindowMenu.h"
@@ -78,6 +79,8 @@ private:
     void UpdateTitle();
     void ShowShortcutsDialog();
     void ShowPreferencesDialog();
+    // Whether the keyboard focus is in a panel a plug-in docked (not the project panel).
+    bool FocusIsInPluginPanel() const;
 
     QPointer<QMainWindow> mainWindow_;
     ProblemReporter reportProblem_;
@@ -90,6 +93,7 @@ private:
     ClipActions clipActions_;
     CaptionFileActions captionFileActions_;
     HostCommandTable commands_;
+    SequenceTimeDisplayLink sequenceTimeDisplay_;
     std::unique_ptr<ProjectHandlers> handlers_;
     QPointer<QMenu> fileMenu_;
     QPointer<QMenu> editMenu_;

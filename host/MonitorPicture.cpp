@@ -1,5 +1,6 @@
 #include "MonitorPicture.h"
 
+#include "ClosedCaptionPainter.h"
 #include "HSL/CaptionRendering.h"
 #include "VF/VideoFrameManipulators.h"
 
@@ -15,7 +16,8 @@ MonitorPicture::MonitorPicture(QWidget* parent)
 }
 
 void MonitorPicture::Show(VF::VideoFrameRef frame, zelcaptioning::CaptionPtr caption,
-                          int clipWidthPx, int clipHeightPx) {
+                          int clipWidthPx, int clipHeightPx,
+                          std::optional<CaptionGrid> closedCaptionGrid) {
     text_.clear();
     composed_ = QImage();
     if (frame && frame->IsError()) {
@@ -23,12 +25,16 @@ void MonitorPicture::Show(VF::VideoFrameRef frame, zelcaptioning::CaptionPtr cap
     } else if (frame && !frame->IsEmpty()) {
         // Drawn on a copy: the media layer's frames are shared and never change.
         VF::MutableVideoFrameRef copy = VF::VideoFrameManipulators::CopyFrame(*frame);
-        if (caption) {
+        if (caption && !closedCaptionGrid) {
             HSL::RenderOpenCaptions(*copy, *caption, clipWidthPx, clipHeightPx);
         }
         composed_ = QImage(copy->GetPixels(), copy->GetWidthPx(), copy->GetHeightPx(),
                            static_cast<qsizetype>(copy->GetStrideBytes()), QImage::Format_RGBA8888)
                         .copy();
+        if (caption && closedCaptionGrid) {
+            PaintClosedCaption(composed_, *caption, closedCaptionGrid->columnCount,
+                               closedCaptionGrid->rowCount);
+        }
     }
     update();
 }

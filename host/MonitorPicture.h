@@ -6,19 +6,29 @@
 #include <QImage>
 #include <QWidget>
 
+#include <optional>
+
 namespace host {
 
+// The grid a closed caption stream places its lines on.
+struct CaptionGrid {
+    int columnCount = 32;
+    int rowCount = 15;
+};
+
 // The picture of the source monitor: a video frame fitted into the widget
-// (letterboxed, aspect kept) with a caption drawn over it by the host's caption
-// renderer, or a line of text when there is no picture.
+// (letterboxed, aspect kept) with a caption drawn over it (open captions by the
+// host's caption renderer, closed captions on their grid in the decoder's look),
+// or a line of text when there is no picture.
 class MonitorPicture : public QWidget {
 public:
     explicit MonitorPicture(QWidget* parent = nullptr);
 
     // The frame and the caption shown on it (either may be null); clipWidthPx and
-    // clipHeightPx are the clip's frame size, which caption positions refer to.
+    // clipHeightPx are the clip's frame size, which open caption positions refer
+    // to; with a grid the caption is a closed one.
     void Show(VF::VideoFrameRef frame, zelcaptioning::CaptionPtr caption, int clipWidthPx,
-              int clipHeightPx);
+              int clipHeightPx, std::optional<CaptionGrid> closedCaptionGrid = {});
     // Shows no picture, only the text.
     void ShowText(const QString& text);
 

@@ -12,13 +12,18 @@
 #include "MZ/ActivationMessages.h"
 #include "MZ/CaptionMessages.h"
 #include "MZ/Captioning.h"
+#include "MZ/MasterClipActions.h"
+#include "MZ/PlayheadMessages.h"
 #include "MZ/Stations.h"
 #include "MonitorPicture.h"
 #include "QtText.h"
+#include "TimecodeEntry.h"
 #include "UIF/HotTimecodeControl.h"
+#include "UIF/TimeDisplayChoice.h"
 #include "zelmediatypes/TimeLabel.h"
 
 #include <QHBoxLayout>
+#include <QKeyEvent>
 #include <QLabel>
 #include <QSlider>
 #include <QVBoxLayout>
@@ -31,7 +36,8 @@ namespace {
 
 constexpr const char* kSharedStations[] = {
     MZ::kStation_MasterClipActivation, MZ::kStation_ClosedCaptionsActivation,
-    ML::kStation_RenderFrameCompletion, UIF::kStation_SourceTimeDisplayChanged};
+    ML::kStation_RenderFrameCompletion, UIF::kStation_SourceTimeDisplayChanged,
+    MZ::kStation_CaptionSelection};
 
 // Frames of a clip at its rate; at least one, so a clip without a duration shows its first.
 int FrameCount(const BE::MasterClipSettings& settings) {
@@ -46,9 +52,24 @@ SourceMonitor::SourceMonitor(QWidget* parent)
     : QWidget(parent)
     , picture_(new MonitorPicture(this))
     , slider_(new QSlider(Qt::Horizontal, this))
-    , timecode_(new QLabel(this)) {
+    , timecode_(new QLabel(this))
+    , timecodeEntry_(new TimecodeEntry([this](zelmediatypes::TickTime time) {
+        SetPlayhead(time);
+        setFocus(Qt::OtherFocusReason); // the transport keys work again at once
+    }))
+    , playback_([this](VF::VideoFrameRef frame) { ShowPlaybackFrame(std::move(frame)); },
+                [this](zelmediatypes::TickTime last) { OnPlaybackEnded(last); }) {
     setObjectName(QStringLiteral("sourceMonitor"));
+    const QString monitorName = Localized(
+        "$$$/Corvala/Host/Monitor/Name=Source monitor: Space plays, J/K/L shuttle, arrows step");
+    setAccessibleName(monitorName);
+    setToolTip(monitorName);
+    setFocusPolicy(Qt::StrongFocus);
+    // A click on the picture gives the monitor the focus, and with it the transport keys.
+    picture_->setFocusPolicy(Qt::ClickFocus);
+    picture_->setFocusProxy(this);
     slider_->setObjectName(QStringLiteral("monitorPlayhead"));
+    slider_->setAccessibleName(Localized("$$$/Corvala/Host/Monitor/Playhead=Playhead"));
     timecode_->setObjectName(QStringLiteral("monitorTimecode"));
     timecode_->setMinimumWidth(200);
     auto* controls = new QHBoxLayout;
@@ -57,6 +78,7 @@ SourceMonitor::SourceMonitor(QWidget* parent)
     auto* layout = new QVBoxLayout(this);
     layout->addWidget(picture_, 1);
     layout->addLayout(controls);
+    layout->addWidget(timecodeEntry_);
 
     refreshTimer_.setSingleShot(true);
     refreshTimer_.setInterval(30);
@@ -73,18 +95,26 @@ SourceMonitor::SourceMonitor(QWidget* parent)
 }
 
 SourceMonitor::~SourceMonitor() {
+    playback_.Stop();
     if (pendingRequest_ != 0 && ML::FrameService::IsRunning()) {
         ML::FrameService::CancelRequest(pendingRequest_);
     }
 }
 
 void SourceMonitor::SetPlayhead(zelmediatypes::TickTime time) {
+    time = ClampIntoClip(time);
+    if (IsPlaying()) {
+        playhead_ = time;
+        StartPlayback(GetPlaybackSpeed());
+        return;
+    }
     if (time == playhead_) {
         return;
     }
     playhead_ = time;
     UpdateControls();
     Compose();
+    AnnouncePlayhead();
     refreshTimer_.start();
 }
 
@@ -105,11 +135,18 @@ bool SourceMonitor::HandleMessage(const KSL::Message& message) {
             pendingRequest_ = 0;
         }
         Compose();
+    } else if (const auto* caption = message.As<MZ::CaptionSelectedMessage>()) {
+        selectedCaptionClip_ = caption->GetMasterClip();
+        selectedCaption_ = caption->GetCaption();
+        return false; // others may follow the selection too
     } else if (const auto* selected = message.As<MZ::MasterClipSelectedMessage>()) {
         ShowClip(selected->GetMasterClip(), {});
     } else if (const auto* source = message.As<HSL::SourceClipSelectedMessage>()) {
         ShowClip(source->GetClip(), {});
     } else if (const auto* closed = message.As<MZ::MasterClipClosedMessage>()) {
+        std::erase_if(clipTimeDisplays_, [closed](const auto& entry) {
+            return entry.first == closed->GetMasterClip();
+        });
         if (closed->GetMasterClip() == clip_) {
             ShowClip({}, {});
         }
@@ -119,6 +156,16 @@ bool SourceMonitor::HandleMessage(const KSL::Message& message) {
         ShowClip(item->GetTrackItem().masterClip, item->GetTrackItem().stream);
     } else if (const auto* display = message.As<UIF::HotTimecodeVideoTimeDisplayChangedMessage>()) {
         timeDisplay_ = display->GetTimeDisplay();
+        if (clip_) {
+            const auto remembered =
+                std::find_if(clipTimeDisplays_.begin(), clipTimeDisplays_.end(),
+                             [this](const auto& entry) { return entry.first == clip_; });
+            if (remembered != clipTimeDisplays_.end()) {
+                remembered->second = timeDisplay_;
+            } else {
+                clipTimeDisplays_.emplace_back(clip_, timeDisplay_);
+            }
+        }
         UpdateControls();
     } else if (message.As<BE::MasterClipClipChangedMessage>()) {
         UpdateControls();
@@ -138,6 +185,7 @@ bool SourceMonitor::HandleMessage(const KSL::Message& message) {
 void SourceMonitor::ShowClip(KSL::InterfaceRef<BE::IMasterClip> clip,
                              KSL::InterfaceRef<BE::ICaptioningStream> stream) {
     if (clip != clip_) {
+        playback_.Stop();
         if (pendingRequest_ != 0 && ML::FrameService::IsRunning()) {
             ML::FrameService::CancelRequest(pendingRequest_);
         }
@@ -145,6 +193,7 @@ void SourceMonitor::ShowClip(KSL::InterfaceRef<BE::IMasterClip> clip,
         frame_.reset();
         clip_ = std::move(clip);
         playhead_ = zelmediatypes::TickTime();
+        AnnounceClipTimeDisplay();
     } else if (!stream) {
         stream = stream_;
     }
@@ -168,6 +217,23 @@ void SourceMonitor::ShowClip(KSL::InterfaceRef<BE::IMasterClip> clip,
     }
 }
 
+void SourceMonitor::AnnounceClipTimeDisplay() {
+    if (!clip_) {
+        return;
+    }
+    const auto remembered =
+        std::find_if(clipTimeDisplays_.begin(), clipTimeDisplays_.end(),
+                     [this](const auto& entry) { return entry.first == clip_; });
+    const zelmediatypes::TimeDisplay display =
+        remembered != clipTimeDisplays_.end()
+            ? remembered->second
+            : MZ::MasterClipActions::GetVideoTimeDisplayFormat(clip_);
+    if (display != zelmediatypes::kTimeDisplay_Unknown && display != timeDisplay_) {
+        UIF::AnnounceTimeDisplayChoice(KSL::StationID(UIF::kStation_SourceTimeDisplayChanged),
+                                       display);
+    }
+}
+
 void SourceMonitor::SubscribeTo(const KSL::StationID& station) {
     KSL::StationUtils::AddListener(station, this);
     clipStations_.push_back(station);
@@ -181,7 +247,8 @@ void SourceMonitor::UnsubscribeFromClip() {
 }
 
 void SourceMonitor::RequestFrame() {
-    if (!clip_ || !ML::FrameService::IsRunning()) {
+    // While playing, the player brings the frames.
+    if (!clip_ || IsPlaying() || !ML::FrameService::IsRunning()) {
         return;
     }
     const BE::MasterClipSettings settings = clip_->GetSettings();
@@ -203,16 +270,33 @@ void SourceMonitor::Compose() {
                                      "see it here."));
         return;
     }
-    zelcaptioning::CaptionPtr caption;
+    const BE::MasterClipSettings settings = clip_->GetSettings();
+    std::optional<CaptionGrid> closedGrid;
+    if (stream_ && !zelcaptioning::IsOpenCaptions(stream_->GetStreamFormat())) {
+        closedGrid = CaptionGrid{stream_->GetGridColumnCount(), stream_->GetGridRowCount()};
+    }
+    picture_->Show(frame_, CaptionAtPlayhead(), settings.frameRect.Width(),
+                   settings.frameRect.Height(), closedGrid);
+}
+
+zelcaptioning::CaptionPtr SourceMonitor::CaptionAtPlayhead() const {
     if (stream_) {
         try {
-            caption = MZ::Captioning(stream_).GetCaptionBlock(playhead_);
+            return MZ::Captioning(stream_).GetCaptionBlock(playhead_);
         } catch (const KSL::Exception&) {
             // The stream left the project; its captions are not drawn.
         }
     }
-    const BE::MasterClipSettings settings = clip_->GetSettings();
-    picture_->Show(frame_, caption, settings.frameRect.Width(), settings.frameRect.Height());
+    return nullptr;
+}
+
+void SourceMonitor::AnnouncePlayhead() {
+    if (clip_) {
+        KSL::StationUtils::BroadcastMessage(
+            MZ::kStation_SourcePlayhead,
+            MZ::SourcePlayheadMovedMessage(clip_, stream_, playhead_, CaptionAtPlayhead(),
+                                           IsPlaying()));
+    }
 }
 
 void SourceMonitor::UpdateControls() {
@@ -221,12 +305,14 @@ void SourceMonitor::UpdateControls() {
     if (!clip_) {
         slider_->setRange(0, 0);
         timecode_->clear();
+        timecodeEntry_->Clear();
         return;
     }
     const BE::MasterClipSettings settings = clip_->GetSettings();
     const zelmediatypes::TickTime frameDuration = settings.frameRate.FrameDuration();
     slider_->setRange(0, FrameCount(settings) - 1);
     slider_->setValue(static_cast<int>(playhead_.GetTicks() / frameDuration.GetTicks()));
+    timecodeEntry_->ShowTime(playhead_, timeDisplay_, settings.frameRate);
     QString label = QStringLiteral("--");
     try {
         label = QString::fromStdString(

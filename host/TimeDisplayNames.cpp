@@ -69,4 +69,17 @@ QString TimeDisplayName(TimeDisplay display) {
     return Localized("$$$/Corvala/Host/TimeDisplay/Unknown=Not Chosen");
 }
 
+QString FrameRateText(const FrameRate& rate) {
+    QString text = QString::number(static_cast<double>(rate.FramesPerSecondNumerator()) /
+                                       static_cast<double>(rate.FramesPerSecondDenominator()),
+                                   'f', 3);
+    while (text.endsWith(u'0')) {
+        text.chop(1);
+    }
+    if (text.endsWith(u'.')) {
+        text.chop(1);
+    }
+    return text;
+}
+
 } // namespace host

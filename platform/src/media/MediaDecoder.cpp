@@ -11,7 +11,7 @@ extern "C" {
 
 namespace platform::media {
 
-MediaDecoder::MediaDecoder(std::string pathUtf8)
+MediaDecoder::MediaDecoder(std::string pathUtf8, int decoderThreadCount)
     : pathUtf8_(std::move(pathUtf8)) {
     AVFormatContext* format = nullptr;
     int result = avformat_open_input(&format, pathUtf8_.c_str(), nullptr, nullptr);
@@ -45,8 +45,7 @@ MediaDecoder::MediaDecoder(std::string pathUtf8)
         throw std::bad_alloc();
     }
     result = avcodec_parameters_to_context(codec_.get(), stream->codecpar);
-    // The worker pool already keeps the cores busy; decoder threads would only add latency.
-    codec_->thread_count = 1;
+    codec_->thread_count = decoderThreadCount;
     if (result >= 0) {
         result = avcodec_open2(codec_.get(), decoder, nullptr);
     }
@@ -68,6 +67,7 @@ VF::VideoFrame MediaDecoder::DecodeFrame(zelmediatypes::TickTime time, ML::Frame
                                          const KeyframeSink& keyframeSink,
                                          const StopCheck& shouldStop) {
     const std::int64_t target = ToStreamTimestamp(time);
+    targetTimestamp_ = target;
     const auto holdsTarget = [&](const AVFrame& picture, std::int64_t timestamp) {
         const std::int64_t duration =
             picture.pkt_duration > 0 ? picture.pkt_duration : frameDurationTimestamp_;
@@ -175,6 +175,14 @@ bool MediaDecoder::DecodeNextPicture(const StopCheck& shouldStop) {
             continue;
         }
         if (packet_->stream_index == streamIndex_) {
+            // A picture that ends before the target and that no other picture refers to is
+            // not decoded at all: catching up from a keyframe costs only the reference
+            // pictures.
+            const std::int64_t duration =
+                packet_->duration > 0 ? packet_->duration : frameDurationTimestamp_;
+            const bool endsBeforeTarget =
+                packet_->pts != AV_NOPTS_VALUE && packet_->pts + duration <= targetTimestamp_;
+            codec_->skip_frame = endsBeforeTarget ? AVDISCARD_NONREF : AVDISCARD_DEFAULT;
             // A damaged packet is refused with an error; the decoder resynchronises on the next.
             avcodec_send_packet(codec_.get(), packet_.get());
         }

@@ -24,12 +24,15 @@ public:
     // Asked between packets; true abandons the decode with DecodeCancelled.
     using StopCheck = std::function<bool()>;
 
-    // Opens the file and its video decoder. Throws MediaError naming the file and the problem.
-    explicit MediaDecoder(std::string pathUtf8);
+    // Opens the file and its video decoder, which decodes on decoderThreadCount threads (one
+    // where a pool of workers already keeps the cores busy). Throws MediaError naming the file
+    // and the problem.
+    explicit MediaDecoder(std::string pathUtf8, int decoderThreadCount = 1);
     MediaDecoder(const MediaDecoder&) = delete;
     MediaDecoder& operator=(const MediaDecoder&) = delete;
 
     std::mutex& GetMutex() { return mutex_; }
+    const std::string& GetPath() const { return pathUtf8_; }
 
     // The frame whose display interval holds `time` (from the first frame of the stream),
     // scaled to `size`; past the end, the last frame. With a keyframe sink, the keyframe the
@@ -61,6 +64,7 @@ private:
     std::int64_t startTimestamp_ = 0;
     std::int64_t frameDurationTimestamp_ = 0;
     std::int64_t currentTimestamp_ = 0;
+    std::int64_t targetTimestamp_ = 0; // of the frame being decoded to
     bool hasCurrent_ = false;
     bool draining_ = false;
 };

@@ -3,14 +3,18 @@
 extern "C" {
 #include <libavcodec/avcodec.h>
 #include <libavformat/avformat.h>
+#include <libavutil/channel_layout.h>
 #include <libavutil/opt.h>
 #include <libswscale/swscale.h>
 }
 
+#include <algorithm>
+#include <cmath>
 #include <cstdint>
 #include <memory>
 #include <stdexcept>
 #include <string>
+#include <vector>
 
 namespace media_test {
 namespace {
@@ -42,8 +46,10 @@ struct Muxer {
     }
 };
 
+using CodecContextPtr = std::unique_ptr<AVCodecContext, void (*)(AVCodecContext*)>;
+
 void WritePackets(AVCodecContext* encoder, AVFormatContext* format, AVStream* stream,
-                  AVPacket* packet) {
+                  AVPacket* packet, bool oneFramePackets = true) {
     while (true) {
         const int result = avcodec_receive_packet(encoder, packet);
         if (result == AVERROR(EAGAIN) || result == AVERROR_EOF) {
@@ -51,18 +57,84 @@ void WritePackets(AVCodecContext* encoder, AVFormatContext* format, AVStream* st
         }
         Check(result, "avcodec_receive_packet");
         // One frame each; without it the muxer's edit list would end before the last frame.
-        packet->duration = 1;
+        if (oneFramePackets) {
+            packet->duration = 1;
+        }
         av_packet_rescale_ts(packet, encoder->time_base, stream->time_base);
         packet->stream_index = stream->index;
         Check(av_interleaved_write_frame(format, packet), "av_interleaved_write_frame");
     }
 }
 
+// The beep track: 16-bit mono PCM, one packet per video frame's worth of samples.
+struct SoundTrack {
+    CodecContextPtr encoder{nullptr, [](AVCodecContext* c) {
+                                avcodec_free_context(&c);
+                            }};
+    AVStream* stream = nullptr;
+};
+
+SoundTrack AddSoundTrack(AVFormatContext* format, const ClipSpec& spec) {
+    SoundTrack track;
+    const AVCodec* codec =
+        CheckAllocated(avcodec_find_encoder(AV_CODEC_ID_PCM_S16LE), "avcodec_find_encoder");
+    track.stream = CheckAllocated(avformat_new_stream(format, nullptr), "avformat_new_stream");
+    track.encoder.reset(CheckAllocated(avcodec_alloc_context3(codec), "avcodec_alloc_context3"));
+    track.encoder->sample_fmt = AV_SAMPLE_FMT_S16;
+    track.encoder->sample_rate = spec.audioSampleRateHz;
+    av_channel_layout_default(&track.encoder->ch_layout, 1);
+    track.encoder->time_base = {1, spec.audioSampleRateHz};
+    Check(avcodec_open2(track.encoder.get(), codec, nullptr), "avcodec_open2");
+    Check(avcodec_parameters_from_context(track.stream->codecpar, track.encoder.get()),
+          "avcodec_parameters_from_context");
+    track.stream->time_base = track.encoder->time_base;
+    return track;
+}
+
+void WriteSound(SoundTrack& track, AVFormatContext* format, const ClipSpec& spec,
+                AVPacket* packet) {
+    const std::int64_t rate = spec.audioSampleRateHz;
+    const std::int64_t total =
+        spec.frameCount * rate * spec.frameRateDenominator / spec.frameRateNumerator;
+    std::vector<std::int16_t> samples(static_cast<std::size_t>(total), 0);
+    for (const int beep : spec.beepFrames) {
+        const std::int64_t begin =
+            beep * rate * spec.frameRateDenominator / spec.frameRateNumerator;
+        const std::int64_t end =
+            (beep + 1) * rate * spec.frameRateDenominator / spec.frameRateNumerator;
+        for (std::int64_t i = begin; i < std::min(end, total); ++i) {
+            const double phase = 2 * 3.141592653589793 * 1000 * static_cast<double>(i) / rate;
+            // A sine that starts at its peak, so the first sample of a beep is already loud.
+            samples[static_cast<std::size_t>(i)] =
+                static_cast<std::int16_t>(std::lround(32767 * kBeepAmplitude * std::cos(phase)));
+        }
+    }
+    std::unique_ptr<AVFrame, void (*)(AVFrame*)> frame(
+        CheckAllocated(av_frame_alloc(), "av_frame_alloc"), [](AVFrame* f) { av_frame_free(&f); });
+    constexpr std::int64_t kChunk = 1024;
+    for (std::int64_t at = 0; at < total; at += kChunk) {
+        av_frame_unref(frame.get());
+        frame->format = AV_SAMPLE_FMT_S16;
+        frame->sample_rate = spec.audioSampleRateHz;
+        av_channel_layout_default(&frame->ch_layout, 1);
+        frame->nb_samples = static_cast<int>(std::min(kChunk, total - at));
+        Check(av_frame_get_buffer(frame.get(), 0), "av_frame_get_buffer");
+        std::copy_n(samples.data() + at, frame->nb_samples,
+                    reinterpret_cast<std::int16_t*>(frame->data[0]));
+        frame->pts = at;
+        Check(avcodec_send_frame(track.encoder.get(), frame.get()), "avcodec_send_frame");
+        WritePackets(track.encoder.get(), format, track.stream, packet, false);
+    }
+    Check(avcodec_send_frame(track.encoder.get(), nullptr), "avcodec_send_frame");
+    WritePackets(track.encoder.get(), format, track.stream, packet, false);
+}
+
 } // namespace
 
 void WriteClip(const std::string& pathUtf8, const ClipSpec& spec, const FramePainter& painter) {
     Muxer muxer;
-    Check(avformat_alloc_output_context2(&muxer.format, nullptr, "mp4", pathUtf8.c_str()),
+    Check(avformat_alloc_output_context2(
+              &muxer.format, nullptr, spec.audioSampleRateHz > 0 ? "mov" : "mp4", pathUtf8.c_str()),
           "avformat_alloc_output_context2");
     const AVCodec* codec =
         CheckAllocated(avcodec_find_encoder(AV_CODEC_ID_MPEG4), "avcodec_find_encoder");
@@ -90,6 +162,10 @@ void WriteClip(const std::string& pathUtf8, const ClipSpec& spec, const FramePai
     Check(avcodec_parameters_from_context(stream->codecpar, encoder.get()),
           "avcodec_parameters_from_context");
     stream->time_base = encoder->time_base;
+    SoundTrack sound;
+    if (spec.audioSampleRateHz > 0) {
+        sound = AddSoundTrack(muxer.format, spec);
+    }
     Check(avio_open(&muxer.format->pb, pathUtf8.c_str(), AVIO_FLAG_WRITE), "avio_open");
     Check(avformat_write_header(muxer.format, nullptr), "avformat_write_header");
 
@@ -124,6 +200,9 @@ void WriteClip(const std::string& pathUtf8, const ClipSpec& spec, const FramePai
     }
     Check(avcodec_send_frame(encoder.get(), nullptr), "avcodec_send_frame");
     WritePackets(encoder.get(), muxer.format, stream, packet.get());
+    if (sound.encoder) {
+        WriteSound(sound, muxer.format, spec, packet.get());
+    }
     Check(av_write_trailer(muxer.format), "av_write_trailer");
 }
 
@@ -156,6 +235,27 @@ int ReadFrameIndex(const VF::VideoFrame& frame) {
         index = index << 1 | (white ? 1 : 0);
     }
     return index;
+}
+
+} // namespace media_test
+
+namespace media_test {
+
+std::vector<std::size_t> FindSoundOnsets(const std::vector<float>& samples, int channels,
+                                         std::size_t quietFrames) {
+    std::vector<std::size_t> onsets;
+    std::size_t quiet = quietFrames;
+    for (std::size_t frame = 0; frame * channels < samples.size(); ++frame) {
+        if (std::abs(samples[frame * channels]) > kSoundThreshold) {
+            if (quiet >= quietFrames) {
+                onsets.push_back(frame);
+            }
+            quiet = 0;
+        } else {
+            ++quiet;
+        }
+    }
+    return onsets;
 }
 
 } // namespace media_test

@@ -1,5 +1,6 @@
 #include "Application.h"
 
+#include "BE/IMasterClip.h"
 #include "ExitCodes.h"
 #include "FileChooser.h"
 #include "HostWindow.h"
@@ -8,11 +9,14 @@
 #include "PluginFolders.h"
 #include "PluginLoader.h"
 #include "PreferencesDialog.h"
+#include "ProjectGestures.h"
 #include "QtText.h"
 #include "RecoveryPrompt.h"
 #include "Screenshot.h"
 #include "UIF/MessageBox.h"
 #include "UIF/WindowClasses.h"
+#include "zelcaptioning/StreamFormat.h"
+#include "zelcore/UTF16String.h"
 
 #include <QApplication>
 #include <QMainWindow>
@@ -146,6 +150,18 @@ int RunApplication(const LaunchOptions& options) {
                          error->ToString());
             return kExit_Failure;
         }
+    }
+    if (options.streamFormat != zelcaptioning::kStreamFormat_None) {
+        const auto stream =
+            window.FindClipNamed(options.clipName)->FindCaptioningStream(options.streamFormat);
+        if (!stream) {
+            PrintProblem(
+                "the clip '" + options.clipName + "' has no " +
+                zelcore::ToUTF8(zelcaptioning::GetFullStreamFormatLabel(options.streamFormat)) +
+                " stream");
+            return kExit_Failure;
+        }
+        ProjectGestures::AnnounceStreamOpened(stream);
     }
     if (!interactive) {
         if (const auto problem = SaveScreenshot(window, options.screenshotPath)) {

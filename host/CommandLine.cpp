@@ -11,6 +11,22 @@ CommandLineParse Error(std::string message) {
     return parse;
 }
 
+zelcaptioning::StreamFormat StreamFormatNamed(std::string_view name) {
+    if (name == "608") {
+        return zelcaptioning::kStreamFormat_CEA608;
+    }
+    if (name == "708") {
+        return zelcaptioning::kStreamFormat_CEA708;
+    }
+    if (name == "teletext") {
+        return zelcaptioning::kStreamFormat_Teletext;
+    }
+    if (name == "open") {
+        return zelcaptioning::kStreamFormat_OpenCaptions;
+    }
+    return zelcaptioning::kStreamFormat_None;
+}
+
 } // namespace
 
 CommandLineParse ParseCommandLine(const std::vector<std::string>& arguments) {
@@ -56,6 +72,12 @@ CommandLineParse ParseCommandLine(const std::vector<std::string>& arguments) {
             if (!takeValue(options.saveAsPath)) {
                 return Error("--save-as needs the path of the project file to write");
             }
+        } else if (argument == "--stream") {
+            std::string name;
+            if (!takeValue(name) || (options.streamFormat = StreamFormatNamed(name)) ==
+                                        zelcaptioning::kStreamFormat_None) {
+                return Error("--stream needs a caption stream format: 608, 708, teletext or open");
+            }
         } else if (argument.size() > 1 && argument.front() == '-') {
             return Error("unknown option '" + std::string(argument) + "'");
         } else {
@@ -70,6 +92,9 @@ CommandLineParse ParseCommandLine(const std::vector<std::string>& arguments) {
         return Error("--demo opens the example project; it cannot be combined with '" +
                      projectPaths[0] + "'");
     }
+    if (options.streamFormat != zelcaptioning::kStreamFormat_None && options.clipName.empty()) {
+        return Error("--stream opens a stream of the clip named by --select");
+    }
     if (demoRequested) {
         options.projectSource = LaunchOptions::ProjectSource::kDemoProject;
     } else if (!projectPaths.empty()) {
@@ -83,7 +108,7 @@ CommandLineParse ParseCommandLine(const std::vector<std::string>& arguments) {
 
 std::string UsageText() {
     return "usage: corvala [--demo | PROJECT] [--recover | --discard-recovery] [--panel NAME]\n"
-           "               [--select CLIP] [--save-as PATH] [--screenshot PATH]\n"
+           "               [--select CLIP [--stream FORMAT]] [--save-as PATH] [--screenshot PATH]\n"
            "\n"
            "  --demo             open the example project\n"
            "  PROJECT            open a project file (.json)\n"
@@ -93,6 +118,7 @@ std::string UsageText() {
            "                     without asking\n"
            "  --panel NAME       open a panel at start, e.g. --panel captions\n"
            "  --select CLIP      select the master clip of that name at start\n"
+           "  --stream FORMAT    open that clip's caption stream: 608, 708, teletext or open\n"
            "  --save-as PATH     save the project to PATH once it is open\n"
            "  --screenshot PATH  render the main window to a PNG file and exit (asks nothing:\n"
            "                     unsaved changes found stay as they are)\n"

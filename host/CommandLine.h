@@ -1,6 +1,7 @@
 #pragma once
 
 #include "RecoveryPrompt.h"
+#include "zelcaptioning/StreamFormat.h"
 
 #include <optional>
 #include <string>
@@ -24,6 +25,8 @@ struct LaunchOptions {
     RecoveryRequest recovery = RecoveryRequest::kAsk;
     // Save the project to this path once it is open (and recovered); empty for none.
     std::string saveAsPath;
+    // A caption stream of that clip to open at start; none when not asked.
+    zelcaptioning::StreamFormat streamFormat = zelcaptioning::kStreamFormat_None;
 };
 
 struct CommandLineParse {

@@ -1,6 +1,9 @@
 #pragma once
 
+#include "captionformats/CaptionFileFormat.h"
+
 #include <string>
+#include <vector>
 
 class QWidget;
 
@@ -15,6 +18,12 @@ public:
     virtual std::string ChooseProjectSavePath(QWidget* parent,
                                               const std::string& suggestedPath) = 0;
     virtual std::string ChooseMediaToImport(QWidget* parent) = 0;
+    // A chooser that offers no caption files answers as a cancel.
+    virtual std::string ChooseCaptionFileToImport(QWidget* parent);
+    // The path ends with the extension of one of the offered formats.
+    virtual std::string
+    ChooseCaptionExportPath(QWidget* parent, const std::string& suggestedPath,
+                            const std::vector<captionformats::CaptionFileFormat>& offered);
 };
 
 // The file dialogs of the platform.
@@ -23,6 +32,10 @@ public:
     std::string ChooseProjectToOpen(QWidget* parent) override;
     std::string ChooseProjectSavePath(QWidget* parent, const std::string& suggestedPath) override;
     std::string ChooseMediaToImport(QWidget* parent) override;
+    std::string ChooseCaptionFileToImport(QWidget* parent) override;
+    std::string
+    ChooseCaptionExportPath(QWidget* parent, const std::string& suggestedPath,
+                            const std::vector<captionformats::CaptionFileFormat>& offered) override;
 };
 
 } // namespace host

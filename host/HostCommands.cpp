@@ -22,6 +22,14 @@ constexpr std::array kGlobalCommands{
                   "Ctrl+Shift+S"},
     GlobalCommand{"cmd.file.import", kHostCommand_ImportMedia,
                   "$$$/Corvala/Host/Command/Import=Import a media file as a master clip", "Ctrl+I"},
+    GlobalCommand{"cmd.file.importcaptions", kHostCommand_ImportCaptions,
+                  "$$$/Corvala/Host/Command/ImportCaptions=Import a caption file into the "
+                  "selected clip",
+                  nullptr},
+    GlobalCommand{"cmd.file.exportcaptions", kHostCommand_ExportCaptions,
+                  "$$$/Corvala/Host/Command/ExportCaptions=Export the selected caption stream "
+                  "to a file",
+                  nullptr},
     GlobalCommand{"cmd.file.closeclip", kHostCommand_CloseClip,
                   "$$$/Corvala/Host/Command/CloseClip=Close the selected master clip", nullptr},
     GlobalCommand{"cmd.file.quit", kHostCommand_Quit, "$$$/Corvala/Host/Command/Quit=Quit",

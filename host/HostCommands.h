@@ -20,6 +20,8 @@ enum HostCommand : UIF::CommandID {
     kHostCommand_ImportMedia = 41005,
     kHostCommand_CloseClip = 41006,
     kHostCommand_Quit = 41007,
+    kHostCommand_ImportCaptions = 41008,
+    kHostCommand_ExportCaptions = 41009,
     kHostCommand_KeyboardShortcuts = 41010,
     kHostCommand_Preferences = 41030,
     kHostCommand_AddCEA608Stream = 41020,

@@ -67,6 +67,10 @@ void HostWindow::BuildFileMenu() {
     menu.addSeparator();
     AddCommandAction(menu, kHostCommand_ImportMedia,
                      Localized("$$$/Corvala/Host/Menu/Import=Import Media..."));
+    AddCommandAction(menu, kHostCommand_ImportCaptions,
+                     Localized("$$$/Corvala/Host/Menu/ImportCaptions=Import Captions..."));
+    AddCommandAction(menu, kHostCommand_ExportCaptions,
+                     Localized("$$$/Corvala/Host/Menu/ExportCaptions=Export Captions..."));
     QMenu* streams = menu.addMenu(Localized("$$$/Corvala/Host/Menu/AddStream=Add Caption Stream"));
     streams->setObjectName(QStringLiteral("addCaptionStreamMenu"));
     for (const auto& [id, format] : kStreamCommands) {
@@ -108,6 +112,14 @@ void HostWindow::AddCommands() {
     commands_.Add(kHostCommand_SaveProject, {always, [this] { fileActions_.Save(); }, {}});
     commands_.Add(kHostCommand_SaveProjectAs, {always, [this] { fileActions_.SaveAs(); }, {}});
     commands_.Add(kHostCommand_ImportMedia, {always, [this] { clipActions_.ImportMedia(); }, {}});
+    commands_.Add(kHostCommand_ImportCaptions,
+                  {[this] { return captionFileActions_.CanImportCaptions(); },
+                   [this] { captionFileActions_.ImportCaptions(); },
+                   {}});
+    commands_.Add(kHostCommand_ExportCaptions,
+                  {[this] { return captionFileActions_.CanExportCaptions(); },
+                   [this] { captionFileActions_.ExportCaptions(); },
+                   {}});
     commands_.Add(
         kHostCommand_CloseClip,
         {[this] { return clipActions_.CanCloseClip(); }, [this] { clipActions_.CloseClip(); }, {}});

@@ -1,5 +1,6 @@
 #include "HostWindow.h"
 
+#include "CaptionFileDrop.h"
 #include "HostCommands.h"
 #include "PlatformHost/HostAccess.h"
 #include "ProjectPanel.h"
@@ -40,7 +41,12 @@ HostWindow::HostWindow(FileChooser& chooser, ProblemReporter reportProblem)
     , sourceMonitor_(new SourceMonitor)
     , fileActions_(document_, chooser, mainWindow_,
                    [this] { return !handlers_ || handlers_->AllowClose(); })
-    , clipActions_(document_, *projectPanel_, chooser, mainWindow_, reportProblem_) {
+    , clipActions_(document_, *projectPanel_, chooser, mainWindow_, reportProblem_)
+    , captionFileActions_(document_, *projectPanel_, chooser, mainWindow_, reportProblem_) {
+    new CaptionFileDrop(*projectPanel_, [this](const std::string& path,
+                                               const KSL::InterfaceRef<BE::IMasterClip>& clip) {
+        captionFileActions_.ImportCaptionFile(path, clip);
+    });
     BuildDocks();
     AddCommands();
     UIF::ApplicationCommander()->AttachCommandHandler(&commands_);
@@ -86,18 +92,23 @@ bool HostWindow::OpenPanel(const std::string& shortName) {
     return false;
 }
 
-bool HostWindow::SelectClipNamed(const std::string& name) {
+KSL::InterfaceRef<BE::IMasterClip> HostWindow::FindClipNamed(const std::string& name) const {
     const KSL::InterfaceRef<BE::IProject>& project = document_.GetProject();
     for (std::size_t b = 0; b < project->GetBinCount(); ++b) {
         const KSL::InterfaceRef<BE::IBin> bin = project->GetBin(b);
         for (std::size_t c = 0; c < bin->GetMasterClipCount(); ++c) {
             const KSL::InterfaceRef<BE::IMasterClip> clip = bin->GetMasterClip(c);
             if (zelcore::ToUTF8(clip->GetName()) == name) {
-                return projectPanel_->SelectItem(clip.Get());
+                return clip;
             }
         }
     }
-    return false;
+    return {};
+}
+
+bool HostWindow::SelectClipNamed(const std::string& name) {
+    const KSL::InterfaceRef<BE::IMasterClip> clip = FindClipNamed(name);
+    return clip && projectPanel_->SelectItem(clip.Get());
 }
 
 bool HostWindow::eventFilter(QObject* watched, QEvent* event) {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "Autosaver.h"
+#include "CaptionFileActions.h"
 #include "ClipActions.h"
 #include "HostCommandTable.h"
 #include "ProjectDocument.h"
@@ -47,6 +48,7 @@ public:
     SourceMonitor& GetSourceMonitor() const { return *sourceMonitor_; }
     ProjectFileActions& GetFileActions() { return fileActions_; }
     ClipActions& GetClipActions() { return clipActions_; }
+    CaptionFileActions& GetCaptionFileActions() { return captionFileActions_; }
     const ProjectHandlers& GetHandlers() const { return *handlers_; }
 
     QMenu& GetFileMenu() const { return *fileMenu_; }
@@ -57,6 +59,8 @@ public:
     // Opens the panel whose window class is "window.NAME" (e.g. "captions");
     // false when no such panel is registered or it made no view.
     bool OpenPanel(const std::string& shortName);
+    // The first master clip of that name, or none.
+    KSL::InterfaceRef<BE::IMasterClip> FindClipNamed(const std::string& name) const;
     // Selects the first master clip of that name, as a click in the project panel does.
     bool SelectClipNamed(const std::string& name);
 
@@ -84,6 +88,7 @@ private:
     QPointer<SourceMonitor> sourceMonitor_;
     ProjectFileActions fileActions_;
     ClipActions clipActions_;
+    CaptionFileActions captionFileActions_;
     HostCommandTable commands_;
     std::unique_ptr<ProjectHandlers> handlers_;
     QPointer<QMenu> fileMenu_;

@@ -77,6 +77,7 @@ CaptionsToolbar::CaptionsToolbar(UIF::ViewBase& view)
     swatch_->SetValue({1.0f, 1.0f, 1.0f, 1.0f});
     swatch_->SetShowBorder(true);
     colorPicker_ = std::make_unique<UIF::ColorPickerControl>(view_);
+    colorPicker_->SetAccessibleName(u"$$$/Corvala/Handlers/Captions/ColorPresets=Color Presets");
     // Shows the text colour's opacity as stored (0 to 1) until a colour
     // target is chosen, which shows it in percent.
     opacityField_ =

@@ -244,8 +244,7 @@ void CaptionsView::SelectionChanged(std::int32_t index) {
             ScrollTo(index * pitch);
         }
     }
-    UpdateEnabling();
-    ShowSelectionStyle();
+    RefreshToolbar();
     if (pane_) {
         pane_->Invalidate();
     }

@@ -65,6 +65,9 @@ public:
     // Scrolls the selected row into view and runs the enabling pass.
     void SelectionChanged(std::int32_t index);
     void RefreshToolbar();
+    // Enables each control for what the stream, the selection and the colour
+    // target allow.
+    void UpdateEnabling();
     // Rows were added or removed: the scroll range follows.
     void RowCountChanged();
     void RelayoutBody();
@@ -100,7 +103,6 @@ private:
     bool ObeyEditCommand(UIF::CommandID id);
     void UpdateScrollParameters(bool resetPosition);
     void ScrollTo(std::int32_t positionPx);
-    void UpdateEnabling();
     // Makes the toolbar and ties each control to what it does.
     void CreateToolbar();
     void TieColorAndPositionControls();

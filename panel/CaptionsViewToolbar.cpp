@@ -111,8 +111,10 @@ void CaptionsView::StreamChanged(const KSL::InterfaceRef<BE::ICaptioningStream>&
 }
 
 void CaptionsView::RefreshToolbar() {
-    UpdateEnabling();
+    // The style first: the weight popup is enabled by the number of weights
+    // of the selection's font family, which showing the style lists.
     ShowSelectionStyle();
+    UpdateEnabling();
 }
 
 void CaptionsView::ShowSelectionStyle() {

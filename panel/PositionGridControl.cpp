@@ -64,7 +64,9 @@ PositionGridControl::PositionGridControl()
     : cellColor_(zelui::ui::GetColor(zelui::ui::kUIColor_GridCell))
     , lineColor_(zelui::ui::GetColor(zelui::ui::kUIColor_GridLine))
     , disabledCellColor_(zelui::ui::GetColor(zelui::ui::kUIColor_GridCellDisabled))
-    , disabledLineColor_(zelui::ui::GetColor(zelui::ui::kUIColor_GridLineDisabled)) {}
+    , disabledLineColor_(zelui::ui::GetColor(zelui::ui::kUIColor_GridLineDisabled)) {
+    SetTakesKeyboardFocus(true);
+}
 
 void PositionGridControl::GetSelection(std::int32_t& column, std::int32_t& row) const {
     column = selectedColumn_;
@@ -143,6 +145,41 @@ bool PositionGridControl::UI_DoMouseEvent(const zelui::ui::UI_MouseEvent& event)
     selectedColumn_ = (x - origin.left) / kCellPitchPx;
     selectedRow_ = (y - origin.top) / kCellPitchPx;
     Invalidate();
+    NotifyChanged();
+    return true;
+}
+
+bool PositionGridControl::UI_DoKeyboardEvent(const zelui::ui::UI_KeyboardEvent& event) {
+    if (IsDisabled() || event.GetType() != zelui::ui::kKeyEventType_Press ||
+        event.GetModifiers() != 0) {
+        return false;
+    }
+    std::int32_t columnStep = 0;
+    std::int32_t rowStep = 0;
+    switch (event.GetKeyboardCode()) {
+    case zelui::ui::kKeyboardCode_Left:
+        columnStep = -1;
+        break;
+    case zelui::ui::kKeyboardCode_Right:
+        columnStep = 1;
+        break;
+    case zelui::ui::kKeyboardCode_Up:
+        rowStep = -1;
+        break;
+    case zelui::ui::kKeyboardCode_Down:
+        rowStep = 1;
+        break;
+    default:
+        return false;
+    }
+    const bool inGrid = selectedColumn_ >= 0 && selectedColumn_ < kCellsPerLine &&
+                        selectedRow_ >= 0 && selectedRow_ < kCellsPerLine;
+    const std::int32_t column = (inGrid ? selectedColumn_ : 1) + columnStep;
+    const std::int32_t row = (inGrid ? selectedRow_ : 1) + rowStep;
+    if (column < 0 || column >= kCellsPerLine || row < 0 || row >= kCellsPerLine) {
+        return true;
+    }
+    SetSelection(column, row);
     NotifyChanged();
     return true;
 }

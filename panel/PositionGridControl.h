@@ -15,6 +15,9 @@ namespace HandlerCaptions {
 // (UI_ControlChangedMessage); setting the selection from code notifies no one.
 // A selected column or row of -1 means no cell; a press in the control but
 // beyond the third cell gives 3 or more, which AnchorFromCell maps to no anchor.
+// The grid takes the keyboard focus: an arrow key moves the selection one cell
+// (from the centre when no cell is selected) and notifies; a key that would
+// leave the grid does nothing.
 class PositionGridControl : public zelui::controls::UI_InteractiveControlView {
 public:
     static constexpr std::int32_t kCellSizePx = 5;
@@ -35,6 +38,7 @@ public:
 
     void UI_Draw(zelui::drawbot::Drawbot& drawbot) override;
     bool UI_DoMouseEvent(const zelui::ui::UI_MouseEvent& event) override;
+    bool UI_DoKeyboardEvent(const zelui::ui::UI_KeyboardEvent& event) override;
     bool UI_DoCursor(const zelui::ui::UI_CursorRequest& request) override;
 
 private:

@@ -1,110 +1,24 @@
 // The Captions panel of the real host window, offscreen, over a clip with a
 // long CEA-608 stream: listing it, one keystroke reaching the stream, a page
 // of scrolling and a full repaint.
-#include "BenchProject.h"
+#include "PanelHost.h"
+
 #include "CaptionEdit.h"
-#include "CaptionsHandler.h"
-#include "CaptionsPane.h"
-#include "CaptionsView.h"
-#include "FileChooser.h"
-#include "HSL/Ids.h"
-#include "HSL/Module.h"
-#include "HostWindow.h"
-#include "KSL/StationUtils.h"
-#include "ML/FrameService.h"
-#include "MZ/ActivationMessages.h"
-#include "MZ/Stations.h"
 #include "PlatformHost/HostAccess.h"
-#include "UIF/Workspace.h"
 
 #include <QAbstractScrollArea>
 #include <QApplication>
-#include <QDockWidget>
 #include <QTest>
 #include <benchmark/benchmark.h>
 
 #include <chrono>
-#include <malloc.h>
-#include <memory>
 
 namespace {
 
 using HandlerCaptions::CaptionsPane;
-
-class NoFiles : public host::FileChooser {
-public:
-    std::string ChooseProjectToOpen(QWidget*) override { return {}; }
-    std::string ChooseProjectSavePath(QWidget*, const std::string&) override { return {}; }
-    std::string ChooseMediaToImport(QWidget*) override { return {}; }
-};
-
-// The host window with the panel open, 1080 pixels of list, and a clip of
-// `captionCount` captions selected.
-class PanelHost {
-public:
-    explicit PanelHost(std::size_t captionCount)
-        : window_(chooser_, [](const std::string&) {}) {
-        window_.GetMainWindow().resize(1920, 1400);
-        window_.GetMainWindow().show();
-        stream_ =
-            platform_bench::AddCaptionedClip(window_.GetDocument().GetProject(), captionCount);
-        UIF::Workspace::Instance()->CreateOrReanimateTabView(HSL::kCaptionsHandlerID, {});
-        for (const auto& handler : window_.GetHandlers().GetHandlers()) {
-            if (handler->GetName() == HSL::kCaptionsHandlerID) {
-                view_ = static_cast<HandlerCaptions::CaptionsHandler*>(handler.get())->GetView();
-            }
-        }
-        for (QDockWidget* dock : window_.GetMainWindow().findChildren<QDockWidget*>()) {
-            if (dock->windowTitle() == QStringLiteral("Captions")) {
-                window_.GetMainWindow().resizeDocks({dock}, {1180}, Qt::Vertical);
-            }
-        }
-        QApplication::processEvents();
-    }
-
-    CaptionsPane& Pane() { return *view_->GetPane(); }
-    QWidget& PaneWidget() {
-        return *platform::ui::WidgetOf(static_cast<const UIF::ViewBase&>(Pane()));
-    }
-    KSL::InterfaceRef<BE::IMasterClip> Clip() const { return stream_->GetMasterClip(); }
-
-    void Select(const KSL::InterfaceRef<BE::IMasterClip>& clip) {
-        KSL::StationUtils::BroadcastMessage(MZ::kStation_MasterClipActivation,
-                                            MZ::MasterClipSelectedMessage(clip));
-    }
-    // Paints the pane now, as the window system would ask.
-    void Paint() { PaneWidget().repaint(); }
-    void WaitForThumbnails() {
-        for (int turn = 0; turn < 500; ++turn) {
-            bool all = true;
-            for (std::int32_t i = Pane().GetFirstVisibleIndex(); i <= Pane().GetLastVisibleIndex();
-                 ++i) {
-                all &= Pane().GetItemList().At(i)->GetThumbnail().requestID == 0 &&
-                       Pane().GetItemList().At(i)->GetThumbnail().frame != nullptr;
-            }
-            if (all) {
-                return;
-            }
-            QTest::qWait(10);
-        }
-    }
-
-private:
-    NoFiles chooser_;
-    host::HostWindow window_;
-    KSL::InterfaceRef<BE::ICaptioningStream> stream_;
-    HandlerCaptions::CaptionsView* view_ = nullptr;
-};
-
-// Heap in use: what the allocator handed out and was not given back.
-double HeapMegabytesInUse() {
-    return static_cast<double>(mallinfo2().uordblks) / 1e6;
-}
-
-void Teardown() {
-    platform::ui::ResetUIState();
-    KSL::ResetMessaging();
-}
+using panel_bench::HeapMegabytesInUse;
+using panel_bench::PanelHost;
+using panel_bench::Teardown;
 
 // RebuildRows with the first paint: selecting the clip lists every caption.
 void BM_ListStream(benchmark::State& state) {
@@ -199,16 +113,3 @@ void BM_PaintWithCachedFrames(benchmark::State& state) {
 BENCHMARK(BM_PaintWithCachedFrames)->Unit(benchmark::kMillisecond);
 
 } // namespace
-
-int main(int argc, char** argv) {
-    setenv("QT_QPA_PLATFORM", "offscreen", 0);
-    QApplication application(argc, argv);
-    ML::FrameService::Start();
-    const std::unique_ptr<HSL::Module> module(
-        HSL::Module::FindFactory(HSL::kCaptionsModuleID)(u"libHandlerCaptions (linked)"));
-    benchmark::Initialize(&argc, argv);
-    benchmark::RunSpecifiedBenchmarks();
-    benchmark::Shutdown();
-    ML::FrameService::Shutdown();
-    return 0;
-}

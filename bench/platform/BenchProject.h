@@ -2,8 +2,10 @@
 
 #include "BE/IProject.h"
 #include "KSL/InterfaceRef.h"
+#include "zelcaptioning/StreamFormat.h"
 
 #include <cstddef>
+#include <cstdint>
 
 namespace platform_bench {
 
@@ -15,8 +17,11 @@ struct StreamProject {
 };
 StreamProject MakeStreamProject(std::size_t captionCount);
 
-// Adds such a clip, 1920 x 1080 at 29.97 fps, to the project; returns its stream.
+// Adds such a clip, 1920 x 1080 at 29.97 fps, to the project; returns its
+// stream. Each caption has `linesPerCaption` lines standing on the bottom row.
 KSL::InterfaceRef<BE::ICaptioningStream>
-AddCaptionedClip(const KSL::InterfaceRef<BE::IProject>& project, std::size_t captionCount);
+AddCaptionedClip(const KSL::InterfaceRef<BE::IProject>& project, std::size_t captionCount,
+                 std::int32_t linesPerCaption = 1,
+                 zelcaptioning::StreamFormat format = zelcaptioning::kStreamFormat_CEA608);
 
 } // namespace platform_bench

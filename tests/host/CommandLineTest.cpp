@@ -18,13 +18,15 @@ TEST(CommandLineTest, ReadsTheProjectSourceAndStartOptions) {
     ASSERT_TRUE(none.options);
     EXPECT_EQ(none.options->projectSource, LaunchOptions::ProjectSource::kNewProject);
 
-    const auto demo = ParseCommandLine(
-        {"--demo", "--screenshot", "out.png", "--panel", "captions", "--select", "Clip A"});
+    const auto demo = ParseCommandLine({"--demo", "--screenshot", "out.png", "--panel", "captions",
+                                        "--select", "Clip A", "--stream", "open"});
     ASSERT_TRUE(demo.options) << demo.error;
     EXPECT_EQ(demo.options->projectSource, LaunchOptions::ProjectSource::kDemoProject);
     EXPECT_EQ(demo.options->screenshotPath, "out.png");
     EXPECT_EQ(demo.options->panelName, "captions");
     EXPECT_EQ(demo.options->clipName, "Clip A");
+    EXPECT_EQ(demo.options->streamFormat, zelcaptioning::kStreamFormat_OpenCaptions);
+    EXPECT_EQ(none.options->streamFormat, zelcaptioning::kStreamFormat_None);
 
     const auto file = ParseCommandLine({"--screenshot", "s.png", "my project.json"});
     ASSERT_TRUE(file.options) << file.error;
@@ -62,6 +64,8 @@ TEST(CommandLineTest, RefusesWrongLinesNamingTheArgument) {
         {{"--screenshot", ""}, "--screenshot needs"},
         {{"--panel"}, "--panel needs"},
         {{"--demo", "--select"}, "--select needs"},
+        {{"--demo", "--select", "A", "--stream", "609"}, "--stream needs a caption stream format"},
+        {{"--demo", "--stream", "608"}, "the clip named by --select"},
         {{"a.json", "b.json"}, "'a.json' and 'b.json'"},
         {{"--demo", "a.json"}, "cannot be combined with 'a.json'"},
     };
@@ -108,6 +112,12 @@ TEST(CorvalaExitCodeTest, UnusableFilesAndNamesExitWithOneSayingWhy) {
     EXPECT_EQ(noClip.exitCode, host::kExit_Failure);
     EXPECT_THAT(noClip.standardError.toStdString(),
                 HasSubstr("no master clip named 'No Such Clip'"));
+
+    const auto noStream =
+        host_test::RunCorvala({"--demo", "--select", host_test::kPlainClip, "--stream", "608",
+                               "--screenshot", QString::fromStdString(screenshot)});
+    EXPECT_EQ(noStream.exitCode, host::kExit_Failure);
+    EXPECT_THAT(noStream.standardError.toStdString(), HasSubstr("has no CEA-608"));
 
     const auto noPanel = host_test::RunCorvala(
         {"--demo", "--panel", "nopanel", "--screenshot", QString::fromStdString(screenshot)});

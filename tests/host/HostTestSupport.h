@@ -62,8 +62,17 @@ public:
     std::string ChooseProjectToOpen(QWidget*) override { return Next(); }
     std::string ChooseProjectSavePath(QWidget*, const std::string&) override { return Next(); }
     std::string ChooseMediaToImport(QWidget*) override { return Next(); }
+    std::string ChooseCaptionFileToImport(QWidget*) override { return Next(); }
+    std::string ChooseCaptionExportPath(
+        QWidget*, const std::string&,
+        const std::vector<captionformats::CaptionFileFormat>& offered) override {
+        offeredFormats = offered;
+        return Next();
+    }
 
     std::deque<std::string> answers;
+    // The formats the last export dialog offered.
+    std::vector<captionformats::CaptionFileFormat> offeredFormats;
     int questions = 0;
 
 private:

@@ -5,6 +5,7 @@
 #include "MZ/Stations.h"
 
 #include <QApplication>
+#include <QDockWidget>
 #include <QTest>
 
 #include <gtest/gtest.h>
@@ -112,6 +113,67 @@ TEST_F(SelectionTest, ScrollingMovesByWholeRows) {
                       QPoint(0, 120), Qt::NoButton, Qt::NoModifier, Qt::NoScrollPhase, false);
     QApplication::sendEvent(&PaneWidget(), &wheel);
     EXPECT_EQ(Pane().GetFirstVisibleIndex(), 9);
+}
+
+// Counts the paint events a widget receives.
+class PaintCounter : public QObject {
+public:
+    int paints = 0;
+
+protected:
+    bool eventFilter(QObject*, QEvent* event) override {
+        paints += event->type() == QEvent::Paint;
+        return false;
+    }
+};
+
+TEST_F(SelectionTest, AWheelTurnThatCannotScrollRedrawsNothing) {
+    OpenDemoWithPanel();
+    PaintCounter counter;
+    PaneWidget().installEventFilter(&counter);
+    // Thumbnails arrive and are painted first.
+    for (int quiet = 0; quiet < 50; ++quiet) {
+        counter.paints = 0;
+        Wait(100);
+        if (counter.paints == 0) {
+            break;
+        }
+    }
+    ASSERT_EQ(counter.paints, 0) << "the pane never settled";
+    QWheelEvent up(QPointF(100, 40), PaneWidget().mapToGlobal(QPointF(100, 40)), QPoint(),
+                   QPoint(0, 120), Qt::NoButton, Qt::NoModifier, Qt::NoScrollPhase, false);
+    QApplication::sendEvent(&PaneWidget(), &up);
+    Wait(20);
+    EXPECT_EQ(Pane().GetScrollOffset(), 0u);
+    EXPECT_EQ(counter.paints, 0) << "at the top, a turn towards the top changes nothing";
+
+    QWheelEvent down(QPointF(100, 40), PaneWidget().mapToGlobal(QPointF(100, 40)), QPoint(),
+                     QPoint(0, -120), Qt::NoButton, Qt::NoModifier, Qt::NoScrollPhase, false);
+    QApplication::sendEvent(&PaneWidget(), &down);
+    Wait(20);
+    EXPECT_EQ(Pane().GetFirstVisibleIndex(), 1);
+    EXPECT_GT(counter.paints, 0);
+    PaneWidget().removeEventFilter(&counter);
+}
+
+TEST_F(SelectionTest, GrowingTheViewBringsTheScrollBackToAWholeRow) {
+    OpenDemoWithPanel();
+    const std::int32_t last = Rows().GetCount() - 1;
+    Pane().SelectRow(last, CaptionsPane::kSelectNotify_Keyboard);
+    QApplication::processEvents();
+    const std::uint32_t bottom = Pane().GetScrollOffset();
+    ASSERT_GT(bottom, 0u);
+    EXPECT_EQ(Pane().GetLastVisibleIndex(), last);
+
+    // Room for ten rows: the list can no longer scroll as far.
+    QDockWidget* dock = DockTitled("Captions");
+    ASSERT_NE(dock, nullptr);
+    Window().GetMainWindow().resize(1280, 1400);
+    Window().GetMainWindow().resizeDocks({dock}, {52 + 7 + 10 * 75 + 40 + 30}, Qt::Vertical);
+    QApplication::processEvents();
+    EXPECT_LT(Pane().GetScrollOffset(), bottom);
+    EXPECT_EQ(Pane().GetScrollOffset() % CaptionsPane::kRowPitchPx, 0u);
+    EXPECT_EQ(Pane().GetLastVisibleIndex(), last) << "the last row stays in sight";
 }
 
 } // namespace

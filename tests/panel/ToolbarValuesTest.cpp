@@ -145,16 +145,55 @@ TEST_F(ToolbarValuesTest, AChosenWeightSetsBoldAndItalicAsItsNameSays) {
     const auto clip = Clip(host_test::kCaptionedClip);
     Pane().ShowStream(clip, clip->FindCaptioningStream(zelcaptioning::kStreamFormat_OpenCaptions));
     ClickPane(20, 20);
+    // A family whose faces are named with the italic word.
+    auto* families = qobject_cast<QComboBox*>(platform::ui::WidgetOf(Bar().FontFamilyPopup()));
+    ASSERT_NE(families, nullptr);
+    const int serif = families->findText(QStringLiteral("DejaVu Serif"));
+    ASSERT_GE(serif, 0);
+    families->setCurrentIndex(serif);
+    families->activated(serif);
+    QApplication::processEvents();
     auto* weights = qobject_cast<QComboBox*>(platform::ui::WidgetOf(Bar().FontWeightPopup()));
     ASSERT_NE(weights, nullptr);
-    const int bold = weights->findText(QStringLiteral("Bold"));
-    ASSERT_GE(bold, 0) << "the selection's family lists its styles";
-    weights->setCurrentIndex(bold);
-    weights->activated(bold);
-    QApplication::processEvents();
-    EXPECT_TRUE(FirstSpan(0).IsBolded());
-    EXPECT_FALSE(FirstSpan(0).IsItalicized());
-    EXPECT_TRUE(Bar().ButtonFor(HandlerCaptions::kCommand_Bold)->IsPressed());
+    const struct {
+        const char* weight;
+        bool bold;
+        bool italic;
+    } choices[] = {{"Bold Italic", true, true},
+                   {"Book", false, false},
+                   {"Italic", false, true},
+                   {"Bold", true, false}};
+    for (const auto& choice : choices) {
+        SCOPED_TRACE(choice.weight);
+        const int item = weights->findText(QString::fromUtf8(choice.weight));
+        ASSERT_GE(item, 0) << "the selection's family lists its styles";
+        weights->setCurrentIndex(item);
+        weights->activated(item);
+        QApplication::processEvents();
+        EXPECT_EQ(FirstSpan(0).IsBolded(), choice.bold);
+        EXPECT_EQ(FirstSpan(0).IsItalicized(), choice.italic);
+        EXPECT_EQ(Bar().ButtonFor(HandlerCaptions::kCommand_Bold)->IsPressed(), choice.bold);
+        EXPECT_EQ(Bar().ButtonFor(HandlerCaptions::kCommand_Italicize)->IsPressed(), choice.italic);
+    }
+}
+
+TEST_F(ToolbarValuesTest, OpenXAndYFieldsPlaceTheBlockWithinThePicture) {
+    OpenDemoWithPanel();
+    const auto clip = Clip(host_test::kCaptionedClip);
+    Pane().ShowStream(clip, clip->FindCaptioningStream(zelcaptioning::kStreamFormat_OpenCaptions));
+    ClickPane(20, 20);
+    Type(Bar().XPercentField(), "25");
+    EXPECT_EQ(Bar().XPercentField().GetValue(), 25);
+    const zelcaptioning::Position quarter = FirstLine(0);
+    Type(Bar().XPercentField(), "150");
+    EXPECT_EQ(Bar().XPercentField().GetValue(), 100) << "the field keeps to 0..100";
+    Type(Bar().YPercentField(), "-20");
+    EXPECT_EQ(Bar().YPercentField().GetValue(), 0);
+    const zelcaptioning::Position corner = FirstLine(0);
+    EXPECT_GT(corner.GetX(), quarter.GetX());
+    EXPECT_LE(corner.GetX(), zelcaptioning::Rational(1));
+    EXPECT_GE(corner.GetY(), zelcaptioning::Rational(0));
+    EXPECT_EQ(Utf8(UndoHistory().GetUndoStepName()), "Move Open Caption Paragraph");
 }
 
 } // namespace

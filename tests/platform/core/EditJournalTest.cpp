@@ -76,6 +76,14 @@ std::vector<std::function<void(const KSL::InterfaceRef<BE::IProject>&)>> Changes
             MZ::Captioning(FirstStream(p)).RemoveCaption(FirstStream(p)->GetCaption(0), false);
         },
         [](P p) {
+            // An import: the stream replaced by a filled one in one change.
+            p->PutCaptioningStream(p->GetBin(0)->GetMasterClip(0),
+                                   zelcaptioning::kStreamFormat_OpenCaptions,
+                                   {MakeCaption(Seconds(1), Seconds(2), "put one"),
+                                    MakeCaption(Seconds(3), Seconds(4), "put two")},
+                                   BE::UndoMode::kAsUndoStep, u"$$$/Test/Import=Import");
+        },
+        [](P p) {
             const auto clip = p->GetBin(0)->GetMasterClip(1);
             p->AddCaptioningStream(clip, zelcaptioning::kStreamFormat_Teletext,
                                    BE::UndoMode::kAsUndoStep);

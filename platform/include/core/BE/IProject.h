@@ -10,9 +10,12 @@
 #include "BE/UndoMode.h"
 #include "KSL/IObject.h"
 #include "KSL/InterfaceRef.h"
+#include "zelcaptioning/Caption.h"
 #include "zelcaptioning/StreamFormat.h"
 
 #include <cstddef>
+#include <string_view>
+#include <vector>
 
 namespace BE {
 
@@ -62,6 +65,16 @@ public:
     virtual void ChangeCaptioningStreamFormat(const KSL::InterfaceRef<ICaptioningStream>& stream,
                                               zelcaptioning::StreamFormat format,
                                               UndoMode mode) = 0;
+    // Gives the clip a new stream of the format holding these caption objects
+    // (not copies), in the place of the clip's stream of that format if it has
+    // one. One change, announced as the old stream's removal and the new one's
+    // addition; with kAsUndoStep one step named by the localisation key
+    // actionName. Throws, changing nothing, when a caption is in a stream.
+    virtual KSL::InterfaceRef<ICaptioningStream>
+    PutCaptioningStream(const KSL::InterfaceRef<IMasterClip>& clip,
+                        zelcaptioning::StreamFormat format,
+                        const std::vector<zelcaptioning::CaptionPtr>& captions, UndoMode mode,
+                        std::u16string_view actionName) = 0;
 };
 
 // A new, empty project with a clean, empty undo history.

@@ -3,6 +3,7 @@
 #include "KSL/ImmutableString.h"
 #include "KSL/Message.h"
 #include "UIF/Geometry.h"
+#include "zelcore/UTF16String.h"
 #include "zelui/ui/UI_Color.h"
 
 #include <memory>
@@ -59,6 +60,9 @@ public:
 
     zelui::ui::UI_Color GetColor() const;
     void SetColor(const zelui::ui::UI_Color& color);
+
+    // What assistive technology calls the row (a localisation key or text).
+    void SetAccessibleName(const zelcore::UTF16String& name);
 
     void SetEnabled(bool enabled);
     bool IsEnabled() const;

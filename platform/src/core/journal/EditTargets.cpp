@@ -91,6 +91,20 @@ EditDescription& EditDescription::Caption(std::string_view key,
     return *this;
 }
 
+EditDescription& EditDescription::Captions(std::string_view key, const CaptioningStream& stream) {
+    Key(key);
+    text_ += '[';
+    const auto& entries = stream.GetEntries();
+    for (std::size_t i = 0; i < entries.size(); ++i) {
+        text_ += i == 0 ? "" : ",";
+        AppendCaptionJson(
+            *entries[i].caption, [&] { return std::string(key) + "[" + std::to_string(i) + "]"; },
+            text_);
+    }
+    text_ += ']';
+    return *this;
+}
+
 std::string EditDescription::Finish() && {
     text_ += '}';
     return std::move(text_);

@@ -30,6 +30,9 @@ public:
     // The caption's JSON as a project file holds it.
     EditDescription& Caption(std::string_view key, const zelcaptioning::Caption& caption);
 
+    // The stream's captions in order, as a JSON array.
+    EditDescription& Captions(std::string_view key, const CaptioningStream& stream);
+
     std::string Finish() &&;
 
 private:

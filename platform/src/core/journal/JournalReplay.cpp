@@ -7,6 +7,7 @@
 #include "file/JsonValues.h"
 #include "file/SettingsJson.h"
 #include "model/CaptionEdits.h"
+#include "model/CompositeEdit.h"
 #include "model/SettingsEdits.h"
 #include "model/StreamEdits.h"
 #include "model/StructureEdits.h"
@@ -68,11 +69,23 @@ std::unique_ptr<ModelEdit> EditFrom(Project& project, const JsonReader& edit) {
             SequenceAt(project, edit), ReadSequenceSettings(edit.Member("settings")));
     }
     if (kind == "addStream") {
-        return std::make_unique<StreamMembershipEdit>(
-            ClipAt(project, edit),
-            KSL::InterfaceRef<CaptioningStream>(
-                new CaptioningStream(ReadNamed(edit.Member("format"), &StreamFormatNamed))),
-            Membership::kAdd);
+        KSL::InterfaceRef<CaptioningStream> stream(
+            new CaptioningStream(ReadNamed(edit.Member("format"), &StreamFormatNamed)));
+        if (const auto captions = edit.FindMember("captions")) {
+            for (std::size_t i = 0, count = captions->ArraySize(); i < count; ++i) {
+                stream->Insert(CaptionFromJson(captions->Element(i)), stream->NextArrival());
+            }
+        }
+        return std::make_unique<StreamMembershipEdit>(ClipAt(project, edit), stream,
+                                                      Membership::kAdd);
+    }
+    if (kind == "composite") {
+        const JsonReader parts = edit.Member("parts");
+        std::vector<std::unique_ptr<ModelEdit>> made;
+        for (std::size_t i = 0, count = parts.ArraySize(); i < count; ++i) {
+            made.push_back(EditFrom(project, parts.Element(i)));
+        }
+        return std::make_unique<CompositeEdit>(std::move(made));
     }
     if (kind == "removeStream") {
         const KSL::InterfaceRef<CaptioningStream> stream = StreamAt(project, edit);

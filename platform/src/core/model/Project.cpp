@@ -2,6 +2,7 @@
 
 #include "BE/ProjectMessages.h"
 #include "CaptionEdits.h"
+#include "CompositeEdit.h"
 #include "KSL/Exception.h"
 #include "KSL/StationUtils.h"
 #include "ModelEdit.h"
@@ -185,6 +186,29 @@ void Project::RemoveCaptioningStream(const KSL::InterfaceRef<BE::ICaptioningStre
     KSL::InterfaceRef<MasterClip> owner(impl->GetOwner());
     Execute(std::make_unique<StreamMembershipEdit>(owner, impl, Membership::kRemove), mode,
             kRemoveStreamName);
+}
+
+KSL::InterfaceRef<BE::ICaptioningStream>
+Project::PutCaptioningStream(const KSL::InterfaceRef<BE::IMasterClip>& clip,
+                             zelcaptioning::StreamFormat format,
+                             const std::vector<zelcaptioning::CaptionPtr>& captions,
+                             BE::UndoMode mode, std::u16string_view actionName) {
+    KSL::InterfaceRef<MasterClip> owner(&OwnClip(clip));
+    KSL::InterfaceRef<CaptioningStream> stream(new CaptioningStream(format));
+    for (const zelcaptioning::CaptionPtr& caption : captions) {
+        if (!caption) {
+            throw KSL::Exception("an empty caption cannot be put into a caption stream");
+        }
+        stream->Insert(caption, stream->NextArrival());
+    }
+    std::vector<std::unique_ptr<ModelEdit>> parts;
+    if (const auto old = owner->FindCaptioningStream(format)) {
+        parts.push_back(std::make_unique<StreamMembershipEdit>(
+            owner, KSL::InterfaceRef<CaptioningStream>(&OwnStream(old)), Membership::kRemove));
+    }
+    parts.push_back(std::make_unique<StreamMembershipEdit>(owner, stream, Membership::kAdd));
+    Execute(std::make_unique<CompositeEdit>(std::move(parts)), mode, actionName);
+    return stream;
 }
 
 void Project::ChangeCaptioningStreamFormat(const KSL::InterfaceRef<BE::ICaptioningStream>& stream,

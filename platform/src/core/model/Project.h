@@ -50,6 +50,11 @@ public:
     void ChangeCaptioningStreamFormat(const KSL::InterfaceRef<BE::ICaptioningStream>& stream,
                                       zelcaptioning::StreamFormat format,
                                       BE::UndoMode mode) override;
+    KSL::InterfaceRef<BE::ICaptioningStream>
+    PutCaptioningStream(const KSL::InterfaceRef<BE::IMasterClip>& clip,
+                        zelcaptioning::StreamFormat format,
+                        const std::vector<zelcaptioning::CaptionPtr>& captions, BE::UndoMode mode,
+                        std::u16string_view actionName) override;
 
     // Runs a model edit through the undo history; the name is a localisation key.
     void Execute(std::unique_ptr<ModelEdit> edit, BE::UndoMode mode,

@@ -96,12 +96,13 @@ std::string_view FormatName(zelcaptioning::StreamFormat format) {
 
 std::string StreamMembershipEdit::Describe() const {
     if (applied_ == Membership::kAdd) {
-        // A stream is added new and empty (Project::AddCaptioningStream); one
-        // added back with its captions is the undoing of its removal.
+        // A new stream, empty or filled (Project::PutCaptioningStream).
         EditDescription description("addStream");
-        return std::move(AddPlace(*clip_, description)
-                             .Name("format", FormatName(stream_->GetStreamFormat())))
-            .Finish();
+        AddPlace(*clip_, description).Name("format", FormatName(stream_->GetStreamFormat()));
+        if (stream_->GetCaptionCount() > 0) {
+            description.Captions("captions", *stream_);
+        }
+        return std::move(description).Finish();
     }
     EditDescription description("removeStream");
     return std::move(AddPlace(*stream_, description)).Finish();

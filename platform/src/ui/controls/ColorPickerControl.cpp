@@ -4,6 +4,7 @@
 #include "PlatformHost/HostAccess.h"
 #include "controls/ColorRowWidget.h"
 #include "controls/ViewChild.h"
+#include "input/QtConversions.h"
 
 namespace UIF {
 
@@ -46,6 +47,12 @@ zelui::ui::UI_Color ColorPickerControl::GetColor() const {
 void ColorPickerControl::SetColor(const zelui::ui::UI_Color& color) {
     if (impl_->row) {
         impl_->row->SetColor(platform::ui::ToQColor(color));
+    }
+}
+
+void ColorPickerControl::SetAccessibleName(const zelcore::UTF16String& name) {
+    if (impl_->row) {
+        impl_->row->setAccessibleName(platform::ui::Localized(zelcore::View(name)));
     }
 }
 

@@ -1,6 +1,7 @@
 #include "controls/ColorRowWidget.h"
 
 #include <QApplication>
+#include <QKeyEvent>
 #include <QMouseEvent>
 #include <QPainter>
 
@@ -12,7 +13,10 @@ constexpr int kPresetGapPx = 2;
 } // namespace
 
 ColorRowWidget::ColorRowWidget(Callbacks callbacks)
-    : callbacks_(std::move(callbacks)) {}
+    : callbacks_(std::move(callbacks)) {
+    // Tab only: a click must not end a text edit in progress.
+    setFocusPolicy(Qt::TabFocus);
+}
 
 const std::vector<QColor>& ColorRowWidget::Presets() {
     // The eight colours every caption format can show.
@@ -55,6 +59,44 @@ void ColorRowWidget::paintEvent(QPaintEvent*) {
     for (int index = 0; index < static_cast<int>(Presets().size()); ++index) {
         painter.setBrush(Presets()[static_cast<std::size_t>(index)]);
         painter.drawRect(PresetRect(index).adjusted(0, 0, -1, -1));
+    }
+    if (hasFocus()) {
+        QPen pen(palette().color(QPalette::Highlight));
+        pen.setStyle(Qt::DotLine);
+        painter.setPen(pen);
+        painter.setBrush(Qt::NoBrush);
+        const QRect cell = focusedCell_ < 0 ? SwatchRect() : PresetRect(focusedCell_);
+        painter.drawRect(cell.adjusted(-1, -1, 0, 0));
+    }
+}
+
+void ColorRowWidget::keyPressEvent(QKeyEvent* event) {
+    const int lastCell = static_cast<int>(Presets().size()) - 1;
+    if (event->modifiers() != Qt::NoModifier) {
+        QWidget::keyPressEvent(event);
+        return;
+    }
+    switch (event->key()) {
+    case Qt::Key_Left:
+        focusedCell_ = std::max(focusedCell_ - 1, -1);
+        update();
+        return;
+    case Qt::Key_Right:
+        focusedCell_ = std::min(focusedCell_ + 1, lastCell);
+        update();
+        return;
+    case Qt::Key_Space:
+    case Qt::Key_Return:
+    case Qt::Key_Enter:
+        if (focusedCell_ < 0) {
+            callbacks_.swatchClicked();
+        } else {
+            SetColor(Presets()[static_cast<std::size_t>(focusedCell_)]);
+            callbacks_.presetChosen(color_);
+        }
+        return;
+    default:
+        QWidget::keyPressEvent(event);
     }
 }
 

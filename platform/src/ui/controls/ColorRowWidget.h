@@ -9,7 +9,9 @@
 namespace platform::ui {
 
 // The window of UIF::ColorPickerControl: the current colour's swatch, then
-// presets. Reports what the user did through the callbacks.
+// presets. Reports what the user did through the callbacks. With the keyboard
+// focus, Left and Right move a focus frame over the swatch and the presets and
+// Space or Return presses the framed one, as a click would.
 class ColorRowWidget : public QWidget {
 public:
     struct Callbacks {
@@ -35,6 +37,7 @@ protected:
     void mousePressEvent(QMouseEvent* event) override;
     void mouseMoveEvent(QMouseEvent* event) override;
     void mouseReleaseEvent(QMouseEvent* event) override;
+    void keyPressEvent(QKeyEvent* event) override;
 
 private:
     enum class Gesture { None, SwatchPressed, Eyedropper };
@@ -44,6 +47,8 @@ private:
     QColor color_ = Qt::white;
     Gesture gesture_ = Gesture::None;
     QPoint pressPosition_;
+    // -1 frames the swatch, 0 and up a preset.
+    int focusedCell_ = -1;
 };
 
 } // namespace platform::ui

@@ -25,8 +25,9 @@ PictureButton::PictureButton(ViewBase& parent)
     , impl_(std::make_unique<Impl>(parent)) {
     QToolButton* button = impl_->button.Get();
     button->setAutoRaise(true);
-    button->setCheckable(true);
-    button->setFocusPolicy(Qt::NoFocus);
+    // Reached with Tab; a click leaves the focus where it is, so a text edit
+    // in progress stays open.
+    button->setFocusPolicy(Qt::TabFocus);
     button->setIconSize(QSize(16, 16));
     QObject::connect(button, &QToolButton::clicked, [this] { Clicked(); });
 }
@@ -66,6 +67,9 @@ void PictureButton::SetToolTip(const zelcore::UTF16String& text, std::uint32_t d
 void PictureButton::SetPressed(bool pressed) {
     impl_->pressed = pressed;
     if (impl_->button) {
+        // A button given a pressed state is a toggle to assistive technology,
+        // which then reads its checked state; the others stay push buttons.
+        impl_->button->setCheckable(true);
         impl_->button->setChecked(pressed);
     }
 }

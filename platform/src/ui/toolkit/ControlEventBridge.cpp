@@ -125,6 +125,16 @@ void ControlCanvas::paintEvent(QPaintEvent*) {
     impl->painter = &painter;
     zelui::drawbot::Drawbot drawbot(std::move(impl));
     control_.UI_Draw(drawbot);
+    if (hasFocus()) {
+        // The same focus frame on every drawn control, so a keyboard user
+        // sees where the keys go.
+        painter.resetTransform();
+        QPen pen(palette().color(QPalette::Highlight));
+        pen.setStyle(Qt::DotLine);
+        painter.setPen(pen);
+        painter.setBrush(Qt::NoBrush);
+        painter.drawRect(rect().adjusted(0, 0, -1, -1));
+    }
 }
 
 } // namespace platform::ui

@@ -133,6 +133,12 @@ bool UI_ControlView::HasFocus() const {
     return impl_->widget && impl_->widget->hasFocus();
 }
 
+void UI_ControlView::SetTakesKeyboardFocus(bool takesFocus) {
+    if (impl_->widget) {
+        impl_->widget->setFocusPolicy(takesFocus ? Qt::TabFocus : Qt::NoFocus);
+    }
+}
+
 void UI_ControlView::Invalidate() {
     if (impl_->widget) {
         impl_->widget->update();

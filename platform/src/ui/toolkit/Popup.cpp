@@ -2,6 +2,7 @@
 
 #include "input/QtConversions.h"
 #include "toolkit/ControlImpl.h"
+#include "toolkit/PopupAccessibility.h"
 
 #include <QComboBox>
 #include <QSignalBlocker>
@@ -32,6 +33,7 @@ void MarkChosenItem(QComboBox& combo, bool checkStyle) {
 UI_Popup::UI_Popup()
     : UI_ControlView(std::make_unique<Impl>(new QComboBox())) {
     auto* combo = platform::ui::ControlWidget<QComboBox>(*this);
+    platform::ui::NameComboBoxByItsOwnName(*combo);
     QObject::connect(combo, &QComboBox::activated, [this, combo](int) {
         MarkChosenItem(*combo, checkStyle_);
         NotifyChanged();

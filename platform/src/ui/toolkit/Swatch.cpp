@@ -15,7 +15,9 @@ std::uint8_t ToByte(float component) {
 
 } // namespace
 
-UI_Swatch::UI_Swatch() = default;
+UI_Swatch::UI_Swatch() {
+    SetTakesKeyboardFocus(true);
+}
 
 void UI_Swatch::SetValue(const ui::UnmanagedColor& color) {
     value_ = color;
@@ -42,6 +44,14 @@ void UI_Swatch::UI_Draw(drawbot::Drawbot& drawbot) {
 bool UI_Swatch::UI_DoMouseEvent(const ui::UI_MouseEvent& event) {
     if (event.GetType() != ui::kMouseEventType_Down ||
         event.GetButton() != ui::kMouseButton_First || IsDisabled()) {
+        return false;
+    }
+    NotifyChanged();
+    return true;
+}
+
+bool UI_Swatch::UI_DoKeyboardEvent(const ui::UI_KeyboardEvent& event) {
+    if (!event.IsActivation() || IsDisabled()) {
         return false;
     }
     NotifyChanged();

@@ -74,6 +74,11 @@ public:
 
     void SetFocus();
     bool HasFocus() const;
+    // A control drawn by UI_Draw takes the keyboard focus (Tab and Shift+Tab
+    // in creation order, then its key events) only once asked to; standard
+    // controls keep their own rule. A click never takes the focus, so
+    // clicking such a control leaves a text edit in progress open.
+    void SetTakesKeyboardFocus(bool takesFocus);
     // Asks for the control to be drawn again.
     void Invalidate();
 

@@ -33,6 +33,13 @@ public:
     bool IsShortcut(KeyboardCode code, std::uint32_t modifiers) const {
         return code_ == code && modifiers_ == modifiers;
     }
+    // A press of Space or Return with no modifier: what presses a focused
+    // button or cell.
+    bool IsActivation() const {
+        return type_ == kKeyEventType_Press && modifiers_ == 0 &&
+               (code_ == kKeyboardCode_Return ||
+                (code_ == kKeyboardCode_Character && character_ == U' '));
+    }
 
 private:
     UI_KeyEventType type_;

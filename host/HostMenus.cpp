@@ -1,8 +1,11 @@
 // The host window's menus and the commands behind them.
 #include "CommandActions.h"
 #include "HostCommands.h"
+#include "HostSettings.h"
 #include "HostWindow.h"
 #include "QtText.h"
+#include "RecentProjects.h"
+#include "ShortcutSettings.h"
 #include "ShortcutsDialog.h"
 #include "TimeDisplayMenu.h"
 #include "WindowMenu.h"
@@ -47,7 +50,8 @@ void HostWindow::BuildMenus() {
     timeDisplayMenu_ = new TimeDisplayMenu(viewMenu_);
     viewMenu_->addMenu(timeDisplayMenu_);
     bar.addMenu(viewMenu_);
-    windowMenu_ = new WindowMenu({projectDock_->toggleViewAction()}, &bar);
+    windowMenu_ = new WindowMenu(
+        {projectDock_->toggleViewAction()}, [this] { ResetLayout(); }, &bar);
     bar.addMenu(windowMenu_);
 }
 
@@ -60,6 +64,8 @@ void HostWindow::BuildFileMenu() {
                      Localized("$$$/Corvala/Host/Menu/New=New Project"));
     AddCommandAction(menu, kHostCommand_OpenProject,
                      Localized("$$$/Corvala/Host/Menu/Open=Open Project..."));
+    menu.addMenu(new RecentProjectsMenu(
+        [this](const std::string& path) { fileActions_.OpenRecentProject(path); }, &menu));
     AddCommandAction(menu, kHostCommand_SaveProject, Localized("$$$/Corvala/Host/Menu/Save=Save"));
     AddCommandAction(menu, kHostCommand_SaveProjectAs,
                      Localized("$$$/Corvala/Host/Menu/SaveAs=Save As..."));
@@ -139,7 +145,9 @@ void HostWindow::AddCommands() {
 
 void HostWindow::ShowShortcutsDialog() {
     ShortcutsDialog dialog(mainWindow_);
-    dialog.exec();
+    if (dialog.exec() == QDialog::Accepted) {
+        SaveShortcutChanges(*OpenHostSettings());
+    }
 }
 
 } // namespace host

@@ -1,9 +1,11 @@
 #include "HostWindow.h"
 
 #include "HostCommands.h"
+#include "HostSettings.h"
 #include "PlatformHost/HostAccess.h"
 #include "ProjectPanel.h"
 #include "QtText.h"
+#include "ShortcutSettings.h"
 #include "SourceMonitor.h"
 #include "UIF/ShortcutManager.h"
 #include "UIF/WindowClasses.h"
@@ -44,6 +46,7 @@ HostWindow::HostWindow(FileChooser& chooser, ProblemReporter reportProblem)
     AddCommands();
     UIF::ApplicationCommander()->AttachCommandHandler(&commands_);
     UIF::ShortcutManager::Instance()->RegisterCommandContext(&DeclareGlobalCommands);
+    LoadShortcutChanges(*OpenHostSettings());
     BuildMenus();
 
     document_.SetObserver({[this] { OnProjectAboutToBeReplaced(); },
@@ -99,10 +102,21 @@ bool HostWindow::SelectClipNamed(const std::string& name) {
     return false;
 }
 
+bool HostWindow::RestoreWorkspace() {
+    return workspaceMemory_->Restore(*OpenHostSettings());
+}
+
+void HostWindow::ResetLayout() {
+    workspaceMemory_->Reset();
+}
+
 bool HostWindow::eventFilter(QObject* watched, QEvent* event) {
-    if (watched == mainWindow_ && event->type() == QEvent::Close && !fileActions_.ConfirmClose()) {
-        event->ignore();
-        return true;
+    if (watched == mainWindow_ && event->type() == QEvent::Close) {
+        if (!fileActions_.ConfirmClose()) {
+            event->ignore();
+            return true;
+        }
+        workspaceMemory_->Save(*OpenHostSettings());
     }
     return QObject::eventFilter(watched, event);
 }
@@ -114,8 +128,9 @@ void HostWindow::BuildDocks() {
     projectDock_->setWidget(projectPanel_);
     mainWindow_->addDockWidget(Qt::LeftDockWidgetArea, projectDock_);
     projectDock_->show();
-    mainWindow_->resizeDocks({projectDock_}, {320}, Qt::Horizontal);
+    mainWindow_->resizeDocks({projectDock_}, {kProjectPanelWidthPx}, Qt::Horizontal);
     mainWindow_->setCentralWidget(sourceMonitor_);
+    workspaceMemory_ = std::make_unique<WorkspaceMemory>(*mainWindow_, *projectDock_);
 }
 
 void HostWindow::OnProjectAboutToBeReplaced() {

@@ -9,6 +9,7 @@
 #include "SourceMonitor.h"
 #include "TimeDisplayMenu.h"
 #include "WindowMenu.h"
+#include "WorkspaceMemory.h"
 
 #include <QMainWindow>
 #include <QMenu>
@@ -29,7 +30,8 @@ class FileChooser;
 // panel docked on the left, the source monitor in the middle, the menus, and
 // the plug-ins' handlers of the open project. Panels of plug-ins dock, undock
 // and stack as the workspace lets them. Closing the window asks about unsaved
-// changes first.
+// changes first, then keeps the workspace's layout for the next start. The
+// person's shortcut changes are bound as the window is made.
 class HostWindow : public QObject {
 public:
     using ProblemReporter = std::function<void(const std::string& problem)>;
@@ -58,6 +60,12 @@ public:
     // Selects the first master clip of that name, as a click in the project panel does.
     bool SelectClipNamed(const std::string& name);
 
+    // Puts the window and its panels back as they were when the window last
+    // closed (the host settings keep them); false when nothing was kept.
+    bool RestoreWorkspace();
+    // Window > Reset Layout: the window and the docks as at a first start.
+    void ResetLayout();
+
 protected:
     bool eventFilter(QObject* watched, QEvent* event) override;
 
@@ -82,6 +90,7 @@ private:
     ClipActions clipActions_;
     HostCommandTable commands_;
     std::unique_ptr<ProjectHandlers> handlers_;
+    std::unique_ptr<WorkspaceMemory> workspaceMemory_;
     QPointer<QMenu> fileMenu_;
     QPointer<QMenu> editMenu_;
     QPointer<TimeDisplayMenu> timeDisplayMenu_;

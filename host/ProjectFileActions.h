@@ -21,7 +21,11 @@ public:
     bool NewProject();
     bool OpenProject();
     bool OpenProjectFile(const std::string& pathUtf8);
-    // Asks for a path first when the project has no file.
+    // Opens a project of File > Open Recent; one that cannot be opened is
+    // reported and leaves the recent list.
+    bool OpenRecentProject(const std::string& pathUtf8);
+    // Asks for a path first when the project has no file. Projects opened and
+    // saved join the recent projects.
     bool Save();
     bool SaveAs();
 

@@ -1,6 +1,10 @@
 #pragma once
 
 #include "UIF/Command.h"
+#include "zelcaptioning/StreamFormat.h"
+
+#include <array>
+#include <utility>
 
 #include <span>
 
@@ -20,12 +24,23 @@ enum HostCommand : UIF::CommandID {
     kHostCommand_ImportMedia = 41005,
     kHostCommand_CloseClip = 41006,
     kHostCommand_Quit = 41007,
+    kHostCommand_NewSequence = 41008,
+    kHostCommand_About = 41009,
     kHostCommand_KeyboardShortcuts = 41010,
     kHostCommand_AddCEA608Stream = 41020,
     kHostCommand_AddCEA708Stream = 41021,
     kHostCommand_AddTeletextStream = 41022,
     kHostCommand_AddOpenCaptionStream = 41023,
 };
+
+// The commands that add a caption stream of each format to the selected clip.
+inline constexpr std::array<std::pair<UIF::CommandID, zelcaptioning::StreamFormat>, 4>
+    kCaptionStreamCommands{{
+        {kHostCommand_AddCEA608Stream, zelcaptioning::kStreamFormat_CEA608},
+        {kHostCommand_AddCEA708Stream, zelcaptioning::kStreamFormat_CEA708},
+        {kHostCommand_AddTeletextStream, zelcaptioning::kStreamFormat_Teletext},
+        {kHostCommand_AddOpenCaptionStream, zelcaptioning::kStreamFormat_OpenCaptions},
+    }};
 
 struct GlobalCommand {
     const char* name;

@@ -21,15 +21,6 @@
 namespace host {
 namespace {
 
-using zelcaptioning::StreamFormat;
-
-constexpr std::array<std::pair<UIF::CommandID, StreamFormat>, 4> kStreamCommands{{
-    {kHostCommand_AddCEA608Stream, zelcaptioning::kStreamFormat_CEA608},
-    {kHostCommand_AddCEA708Stream, zelcaptioning::kStreamFormat_CEA708},
-    {kHostCommand_AddTeletextStream, zelcaptioning::kStreamFormat_Teletext},
-    {kHostCommand_AddOpenCaptionStream, zelcaptioning::kStreamFormat_OpenCaptions},
-}};
-
 QMenu* AddRefreshedMenu(QMenuBar& bar, const QString& title) {
     auto* menu = new QMenu(title, &bar);
     bar.addMenu(menu);
@@ -74,11 +65,13 @@ void HostWindow::BuildFileMenu() {
                      Localized("$$$/Corvala/Host/Menu/Import=Import Media..."));
     QMenu* streams = menu.addMenu(Localized("$$$/Corvala/Host/Menu/AddStream=Add Caption Stream"));
     streams->setObjectName(QStringLiteral("addCaptionStreamMenu"));
-    for (const auto& [id, format] : kStreamCommands) {
+    for (const auto& [id, format] : kCaptionStreamCommands) {
         AddCommandAction(*streams, id, ToQString(zelcaptioning::GetFullStreamFormatLabel(format)));
     }
     AddCommandAction(menu, kHostCommand_CloseClip,
                      Localized("$$$/Corvala/Host/Menu/CloseClip=Close Clip"));
+    AddCommandAction(menu, kHostCommand_NewSequence,
+                     Localized("$$$/Corvala/Host/Menu/NewSequence=New Sequence"));
     menu.addSeparator();
     AddCommandAction(menu, kHostCommand_Quit, Localized("$$$/Corvala/Host/Menu/Quit=Quit"));
 }
@@ -115,8 +108,12 @@ void HostWindow::AddCommands() {
         kHostCommand_CloseClip,
         {[this] { return clipActions_.CanCloseClip(); }, [this] { clipActions_.CloseClip(); }, {}});
     commands_.Add(kHostCommand_Quit, {always, [this] { mainWindow_->close(); }, {}});
+    commands_.Add(kHostCommand_NewSequence, {always, [this] { clipActions_.NewSequence(); }, {}});
+    commands_.Add(UIF::kCommand_Delete, {[this] { return projectPanel_->CanDeleteSelected(); },
+                                         [this] { projectPanel_->DeleteSelected(); },
+                                         {}});
     commands_.Add(kHostCommand_KeyboardShortcuts, {always, [this] { ShowShortcutsDialog(); }, {}});
-    for (const auto& [id, format] : kStreamCommands) {
+    for (const auto& [id, format] : kCaptionStreamCommands) {
         commands_.Add(id,
                       {[this, format = format] { return clipActions_.CanAddCaptionStream(format); },
                        [this, format = format] { clipActions_.AddCaptionStream(format); },

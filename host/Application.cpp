@@ -73,6 +73,7 @@ public:
                 ShowProblem(problem);
             }
         });
+        window_->SetLoadedPlugins(plugins_.loadedLibraryPaths);
     }
     ~HostRun() {
         window_.reset();

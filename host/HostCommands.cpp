@@ -26,6 +26,8 @@ constexpr std::array kGlobalCommands{
                   "$$$/Corvala/Host/Command/CloseClip=Close the selected master clip", nullptr},
     GlobalCommand{"cmd.file.newsequence", kHostCommand_NewSequence,
                   "$$$/Corvala/Host/Command/NewSequence=New sequence", nullptr},
+    GlobalCommand{"cmd.help.about", kHostCommand_About,
+                  "$$$/Corvala/Host/Command/About=About Corvala", nullptr},
     GlobalCommand{"cmd.file.quit", kHostCommand_Quit, "$$$/Corvala/Host/Command/Quit=Quit",
                   "Ctrl+Q"},
     GlobalCommand{"cmd.edit.undo", UIF::kCommand_Undo, "$$$/Corvala/Host/Command/Undo=Undo",

@@ -1,4 +1,5 @@
 // The host window's menus and the commands behind them.
+#include "AboutBox.h"
 #include "CommandActions.h"
 #include "HostCommands.h"
 #include "HostSettings.h"
@@ -10,6 +11,7 @@
 #include "TimeDisplayMenu.h"
 #include "WindowMenu.h"
 
+#include "UIF/MessageBox.h"
 #include <QDockWidget>
 #include <QMainWindow>
 #include <QMenu>
@@ -44,6 +46,10 @@ void HostWindow::BuildMenus() {
     windowMenu_ = new WindowMenu(
         {projectDock_->toggleViewAction()}, [this] { ResetLayout(); }, &bar);
     bar.addMenu(windowMenu_);
+    helpMenu_ = AddRefreshedMenu(bar, Localized("$$$/Corvala/Host/Menu/Help=&Help"));
+    helpMenu_->setObjectName(QStringLiteral("helpMenu"));
+    AddCommandAction(*helpMenu_, kHostCommand_About,
+                     Localized("$$$/Corvala/Host/Menu/About=About Corvala"));
 }
 
 void HostWindow::BuildFileMenu() {
@@ -108,6 +114,7 @@ void HostWindow::AddCommands() {
         kHostCommand_CloseClip,
         {[this] { return clipActions_.CanCloseClip(); }, [this] { clipActions_.CloseClip(); }, {}});
     commands_.Add(kHostCommand_Quit, {always, [this] { mainWindow_->close(); }, {}});
+    commands_.Add(kHostCommand_About, {always, [this] { ShowAbout(); }, {}});
     commands_.Add(kHostCommand_NewSequence, {always, [this] { clipActions_.NewSequence(); }, {}});
     commands_.Add(UIF::kCommand_Delete, {[this] { return projectPanel_->CanDeleteSelected(); },
                                          [this] { projectPanel_->DeleteSelected(); },
@@ -138,6 +145,12 @@ void HostWindow::AddCommands() {
                                   ? Localized("$$$/Corvala/Host/Menu/Redo=Redo")
                                   : Localized("$$$/Corvala/Host/Menu/RedoStep=Redo %1").arg(step);
                    }});
+}
+
+void HostWindow::ShowAbout() {
+    UIF::MessageBoxW(ToUTF16(AboutText(loadedPlugins_)),
+                     ToUTF16(Localized("$$$/Corvala/Host/Menu/About=About Corvala")),
+                     UIF::MBFlag::kOK, UIF::MBIcon::kInformation, UIF::MBResult::kOK);
 }
 
 void HostWindow::ShowShortcutsDialog() {

@@ -1,5 +1,6 @@
 #include "HostWindow.h"
 
+#include "AboutBox.h"
 #include "HostCommands.h"
 #include "HostSettings.h"
 #include "PlatformHost/HostAccess.h"
@@ -57,6 +58,7 @@ HostWindow::HostWindow(FileChooser& chooser, ProblemReporter reportProblem)
     OnProjectReplaced();
     UpdateTitle();
 
+    mainWindow_->setWindowIcon(ApplicationIcon());
     mainWindow_->installEventFilter(this);
     mainWindow_->resize(1280, 800);
 }
@@ -70,7 +72,7 @@ HostWindow::~HostWindow() {
     if (mainWindow_) {
         mainWindow_->removeEventFilter(this);
         for (QMenu* menu : {fileMenu_.data(), editMenu_.data(), viewMenu_.data(),
-                            static_cast<QMenu*>(windowMenu_.data())}) {
+                            static_cast<QMenu*>(windowMenu_.data()), helpMenu_.data()}) {
             delete menu;
         }
         delete projectDock_;
@@ -108,6 +110,10 @@ bool HostWindow::RestoreWorkspace() {
 
 void HostWindow::ResetLayout() {
     workspaceMemory_->Reset();
+}
+
+void HostWindow::SetLoadedPlugins(std::vector<std::string> libraryPaths) {
+    loadedPlugins_ = std::move(libraryPaths);
 }
 
 bool HostWindow::eventFilter(QObject* watched, QEvent* event) {

@@ -19,6 +19,7 @@
 #include <functional>
 #include <memory>
 #include <string>
+#include <vector>
 
 class QDockWidget;
 
@@ -66,6 +67,9 @@ public:
     // Window > Reset Layout: the window and the docks as at a first start.
     void ResetLayout();
 
+    // The plug-in libraries loaded at start, for Help > About.
+    void SetLoadedPlugins(std::vector<std::string> libraryPaths);
+
 protected:
     bool eventFilter(QObject* watched, QEvent* event) override;
 
@@ -79,6 +83,7 @@ private:
     void OnProjectReplaced();
     void UpdateTitle();
     void ShowShortcutsDialog();
+    void ShowAbout();
 
     QPointer<QMainWindow> mainWindow_;
     ProblemReporter reportProblem_;
@@ -96,6 +101,8 @@ private:
     QPointer<TimeDisplayMenu> timeDisplayMenu_;
     QPointer<QMenu> viewMenu_;
     QPointer<WindowMenu> windowMenu_;
+    QPointer<QMenu> helpMenu_;
+    std::vector<std::string> loadedPlugins_;
 };
 
 } // namespace host

@@ -112,7 +112,8 @@ bool ProjectFileActions::ConfirmClose() {
         ToUTF16(Localized("$$$/Corvala/Host/File/AskSave=Save the changes to the project "
                           "\"%1\" before closing it?")
                     .arg(name)),
-        MessageTitle(), UIF::MBFlag::kYesNoCancel, UIF::MBIcon::kWarning, UIF::MBResult::kYes);
+        MessageTitle(), UIF::MBFlag::kSaveDontSaveCancel, UIF::MBIcon::kWarning,
+        UIF::MBResult::kYes);
     switch (answer) {
     case UIF::MBResult::kYes:
         return Save();

@@ -30,8 +30,8 @@ public:
     bool SaveAs();
 
     // Before the project is closed or replaced: true when it may go. A project
-    // with changes asks whether to save them (Yes saves, and a failed or
-    // cancelled save keeps the project; No discards; Cancel keeps it).
+    // with changes asks whether to save them (Save saves, and a failed or
+    // cancelled save keeps the project; Don't Save discards; Cancel keeps it).
     bool ConfirmClose();
 
 private:

@@ -73,7 +73,7 @@ CommandLineParse ParseCommandLine(const std::vector<std::string>& arguments) {
 std::string UsageText() {
     return "usage: corvala [--demo | PROJECT] [--panel NAME] [--select CLIP] [--screenshot PATH]\n"
            "\n"
-           "  --demo             open the example project\n"
+           "  --demo             open an unsaved copy of the example project\n"
            "  PROJECT            open a project file (.json)\n"
            "  --panel NAME       open a panel at start, e.g. --panel captions\n"
            "  --select CLIP      select the master clip of that name at start\n"

@@ -6,7 +6,6 @@
 #include "views/ViewImpl.h"
 #include "workspace/WorkspaceImpl.h"
 
-#include <QApplication>
 #include <QCloseEvent>
 #include <QMainWindow>
 #include <QTabBar>
@@ -51,9 +50,10 @@ void FrameDock::RememberDockedPlace() {
 }
 
 void FrameDock::OnFloatingChanged(bool floating) {
-    // A dock dragged out is where the person dropped it; one floated by its
-    // button or title is placed here, once Qt has finished floating it.
-    if (!floating || QApplication::mouseButtons() != Qt::NoButton) {
+    // A dock dragged out is where the person drops it (while dragged it
+    // bypasses the window manager); one floated by its button or a double-click
+    // on its title is placed here, once Qt has finished floating it.
+    if (!floating || windowFlags().testFlag(Qt::X11BypassWindowManagerHint)) {
         return;
     }
     QTimer::singleShot(0, this, [this] {

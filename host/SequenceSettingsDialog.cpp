@@ -1,5 +1,6 @@
 #include "SequenceSettingsDialog.h"
 
+#include "FrameRateText.h"
 #include "QtText.h"
 #include "TimeDisplayNames.h"
 
@@ -45,11 +46,10 @@ SequenceSettingsDialog::SequenceSettingsDialog(const BE::SequenceSettings& setti
     setWindowTitle(Localized("$$$/Corvala/Host/Sequence/Title=Sequence Settings"));
     alignToFrames_->setChecked(settings.frameAlignment == BE::FrameAlignment::kAlignedToFrames);
     const auto& rect = settings.frameRect;
-    const QString picture = QStringLiteral("%1 × %2, %3/%4 fps")
+    const QString picture = QStringLiteral("%1 × %2, %3 fps")
                                 .arg(rect.Width())
                                 .arg(rect.Height())
-                                .arg(settings.frameRate.FramesPerSecondNumerator())
-                                .arg(settings.frameRate.FramesPerSecondDenominator());
+                                .arg(FrameRateText(settings.frameRate));
 
     auto* form = new QFormLayout(this);
     form->addRow(Localized("$$$/Corvala/Host/Sequence/Name=Name:"), name_);

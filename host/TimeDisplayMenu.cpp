@@ -39,9 +39,11 @@ void TimeDisplayMenu::AddTargetMenu(Target target, const QString& title) {
                     [this, target, display] { Choose(target, display); });
         }
     };
+    // Two choices in one menu: each under its heading, one checked in each.
     const Choice& choice = target == Target::kSource ? source_ : sequence_;
+    menu->addSection(Localized("$$$/Corvala/Host/Menu/VideoTime=Video"));
     addGroup(VideoTimeDisplays(), choice.video);
-    menu->addSeparator();
+    menu->addSection(Localized("$$$/Corvala/Host/Menu/AudioTime=Audio"));
     addGroup(AudioTimeDisplays(), choice.audio);
 }
 

@@ -9,9 +9,9 @@ class QActionGroup;
 namespace host {
 
 // The View menu's time display choice, for the source (clips) and for the
-// sequence. Choosing a display announces it as the timecode controls do:
-// UIF::HotTimecodeVideoTimeDisplayChangedMessage (or the audio message for an
-// audio display) on "timecodeControl.timedisplay.changed.station.source" or
+// sequence, each with a video and an audio display under "Video" and "Audio". Choosing a display
+// announces it as the timecode controls do: UIF::HotTimecodeVideoTimeDisplayChangedMessage (or the
+// audio message for an audio display) on "timecodeControl.timedisplay.changed.station.source" or
 // ".sequence".
 class TimeDisplayMenu : public QMenu {
 public:

@@ -23,6 +23,20 @@
 namespace host {
 namespace {
 
+// The sequence selected in the project panel, or else the project's first.
+KSL::InterfaceRef<BE::ISequence> CurrentSequence(const ProjectPanel& panel,
+                                                 const BE::IProject& project) {
+    if (auto selected = panel.GetSelectedItem().QueryInterface<BE::ISequence>()) {
+        return selected;
+    }
+    for (std::size_t b = 0; b < project.GetBinCount(); ++b) {
+        if (project.GetBin(b)->GetSequenceCount() > 0) {
+            return project.GetBin(b)->GetSequence(0);
+        }
+    }
+    return {};
+}
+
 QMenu* AddRefreshedMenu(QMenuBar& bar, const QString& title) {
     auto* menu = new QMenu(title, &bar);
     bar.addMenu(menu);
@@ -41,6 +55,13 @@ void HostWindow::BuildMenus() {
     viewMenu_ = new QMenu(Localized("$$$/Corvala/Host/Menu/View=&View"), &bar);
     viewMenu_->setObjectName(QStringLiteral("viewMenu"));
     timeDisplayMenu_ = new TimeDisplayMenu(viewMenu_);
+    timeDisplayMenu_->SetSequenceAccess(
+        [this] { return CurrentSequence(*projectPanel_, *document_.GetProject()); },
+        [this](const KSL::InterfaceRef<BE::ISequence>& sequence,
+               const BE::SequenceSettings& settings) {
+            document_.GetProject()->SetSequenceSettings(sequence, settings,
+                                                        BE::UndoMode::kAsUndoStep);
+        });
     viewMenu_->addMenu(timeDisplayMenu_);
     bar.addMenu(viewMenu_);
     windowMenu_ = new WindowMenu(

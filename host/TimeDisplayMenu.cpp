@@ -14,6 +14,34 @@ TimeDisplayMenu::TimeDisplayMenu(QWidget* parent)
     setObjectName(QStringLiteral("timeDisplayMenu"));
     AddTargetMenu(Target::kSource, Localized("$$$/Corvala/Host/Menu/SourceTime=Source"));
     AddTargetMenu(Target::kSequence, Localized("$$$/Corvala/Host/Menu/SequenceTime=Sequence"));
+    connect(this, &QMenu::aboutToShow, this, [this] { Refresh(); });
+}
+
+void TimeDisplayMenu::SetSequenceAccess(CurrentSequence current, ApplySettings apply) {
+    currentSequence_ = std::move(current);
+    applySettings_ = std::move(apply);
+}
+
+void TimeDisplayMenu::Refresh() {
+    const KSL::InterfaceRef<BE::ISequence> sequence =
+        currentSequence_ ? currentSequence_() : KSL::InterfaceRef<BE::ISequence>();
+    if (sequence) {
+        const BE::SequenceSettings settings = sequence->GetSettings();
+        sequence_.video = settings.videoTimeDisplay;
+        sequence_.audio = settings.audioTimeDisplay;
+    }
+    CheckChoices(Target::kSequence);
+}
+
+void TimeDisplayMenu::CheckChoices(Target target) {
+    const Choice& choice = target == Target::kSource ? source_ : sequence_;
+    QMenu* menu = target == Target::kSource ? sourceMenu_ : sequenceMenu_;
+    for (QAction* action : menu->actions()) {
+        if (action->isCheckable()) {
+            const int display = action->data().toInt();
+            action->setChecked(display == choice.video || display == choice.audio);
+        }
+    }
 }
 
 zelmediatypes::TimeDisplay TimeDisplayMenu::GetVideoTimeDisplay(Target target) const {
@@ -26,6 +54,7 @@ zelmediatypes::TimeDisplay TimeDisplayMenu::GetAudioTimeDisplay(Target target) c
 
 void TimeDisplayMenu::AddTargetMenu(Target target, const QString& title) {
     QMenu* menu = addMenu(title);
+    (target == Target::kSource ? sourceMenu_ : sequenceMenu_) = menu;
     auto addGroup = [&](std::span<const zelmediatypes::TimeDisplay> displays,
                         zelmediatypes::TimeDisplay chosen) {
         auto* group = new QActionGroup(menu);
@@ -55,6 +84,17 @@ void TimeDisplayMenu::Choose(Target target, zelmediatypes::TimeDisplay display) 
         choice.audio = display;
     } else {
         choice.video = display;
+    }
+    const KSL::InterfaceRef<BE::ISequence> sequence =
+        target == Target::kSequence && currentSequence_ ? currentSequence_()
+                                                        : KSL::InterfaceRef<BE::ISequence>();
+    if (sequence && applySettings_) {
+        BE::SequenceSettings settings = sequence->GetSettings();
+        settings.videoTimeDisplay = choice.video;
+        settings.audioTimeDisplay = choice.audio;
+        if (settings != sequence->GetSettings()) {
+            applySettings_(sequence, settings);
+        }
     }
     UIF::AnnounceTimeDisplayChoice(KSL::StationID(station), display);
 }

@@ -1,8 +1,12 @@
 #pragma once
 
+#include "BE/ISequence.h"
+#include "KSL/InterfaceRef.h"
 #include "zelmediatypes/TimeDisplay.h"
 
 #include <QMenu>
+
+#include <functional>
 
 class QActionGroup;
 
@@ -19,12 +23,23 @@ public:
 
     explicit TimeDisplayMenu(QWidget* parent = nullptr);
 
+    using CurrentSequence = std::function<KSL::InterfaceRef<BE::ISequence>()>;
+    using ApplySettings =
+        std::function<void(const KSL::InterfaceRef<BE::ISequence>&, const BE::SequenceSettings&)>;
+    // The Sequence menu shows and changes the time displays of the current
+    // sequence's settings (one setting with the sequence settings dialog's);
+    // with no current sequence it keeps a choice of its own.
+    void SetSequenceAccess(CurrentSequence current, ApplySettings apply);
+    // Checks the current sequence's displays; the menu does it as it opens.
+    void Refresh();
+
     zelmediatypes::TimeDisplay GetVideoTimeDisplay(Target target) const;
     zelmediatypes::TimeDisplay GetAudioTimeDisplay(Target target) const;
 
 private:
     void AddTargetMenu(Target target, const QString& title);
     void Choose(Target target, zelmediatypes::TimeDisplay display);
+    void CheckChoices(Target target);
 
     struct Choice {
         zelmediatypes::TimeDisplay video = zelmediatypes::kTimeDisplay_2997DropTimecode;
@@ -32,6 +47,10 @@ private:
     };
     Choice source_;
     Choice sequence_;
+    QMenu* sourceMenu_ = nullptr;
+    QMenu* sequenceMenu_ = nullptr;
+    CurrentSequence currentSequence_;
+    ApplySettings applySettings_;
 };
 
 } // namespace host

@@ -11,6 +11,7 @@
 #include "PreferencesDialog.h"
 #include "ProjectGestures.h"
 #include "QtText.h"
+#include "RecentProjects.h"
 #include "RecoveryPrompt.h"
 #include "Screenshot.h"
 #include "UIF/MessageBox.h"
@@ -78,6 +79,7 @@ public:
                 ShowProblem(problem);
             }
         });
+        window_->SetLoadedPlugins(plugins_.loadedLibraryPaths);
     }
     ~HostRun() {
         window_.reset();
@@ -96,6 +98,12 @@ private:
     std::unique_ptr<HostWindow> window_;
 };
 
+} // namespace
+
+std::string DemoProjectPath() {
+    return std::string(CORVALA_EXAMPLES_DIR) + "/demo-project.json";
+}
+
 int OpenStartProject(HostWindow& window, const LaunchOptions& options) {
     std::string path;
     switch (options.projectSource) {
@@ -112,13 +120,12 @@ int OpenStartProject(HostWindow& window, const LaunchOptions& options) {
         PrintProblem("cannot open the project " + path + ": " + error->ToString());
         return kExit_Failure;
     }
+    if (options.projectSource == LaunchOptions::ProjectSource::kDemoProject) {
+        window.GetDocument().ForgetFile();
+    } else {
+        NoteRecentProject(path);
+    }
     return kExit_Success;
-}
-
-} // namespace
-
-std::string DemoProjectPath() {
-    return std::string(CORVALA_EXAMPLES_DIR) + "/demo-project.json";
 }
 
 int RunApplication(const LaunchOptions& options) {
@@ -138,6 +145,10 @@ int RunApplication(const LaunchOptions& options) {
     if (!options.clipName.empty() && !window.SelectClipNamed(options.clipName)) {
         PrintProblem("the project has no master clip named '" + options.clipName + "'");
         return kExit_Failure;
+    }
+    if (interactive) {
+        // A screenshot shows the first-start layout, whatever this user arranged.
+        window.RestoreWorkspace();
     }
     if (!options.panelName.empty() && !window.OpenPanel(options.panelName)) {
         PrintProblem("no panel named '" + options.panelName +

@@ -11,7 +11,15 @@ namespace host {
 // boxes too.
 int RunApplication(const LaunchOptions& options);
 
+class HostWindow;
+
 // The example project `--demo` opens.
 std::string DemoProjectPath();
+
+// Opens the project the options name: a project file (which joins the recent
+// projects), or a fresh copy of the example project, unsaved so that saving
+// asks for a file of its own and never writes the example. Problems go to
+// stderr; returns an exit code (ExitCodes.h).
+int OpenStartProject(HostWindow& window, const LaunchOptions& options);
 
 } // namespace host

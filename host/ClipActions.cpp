@@ -8,6 +8,7 @@
 #include "ProjectPanel.h"
 #include "QtText.h"
 #include "SequenceSettingsDialog.h"
+#include "zelmediatypes/TimeDisplay.h"
 
 namespace host {
 namespace {
@@ -82,6 +83,25 @@ void ClipActions::CloseClip() {
     if (const auto clip = panel_.GetSelectedMasterClip()) {
         ProjectGestures::AnnounceClipClosed(clip);
     }
+}
+
+void ClipActions::NewSequence() {
+    const KSL::InterfaceRef<BE::IProject>& project = document_.GetProject();
+    std::size_t sequences = 0;
+    for (std::size_t b = 0; b < project->GetBinCount(); ++b) {
+        sequences += project->GetBin(b)->GetSequenceCount();
+    }
+    BE::SequenceSettings settings;
+    settings.name =
+        ToUTF16(Localized("$$$/Corvala/Host/Sequence/NewName=Sequence %1").arg(sequences + 1));
+    settings.frameRect = {0, 0, 1920, 1080};
+    if (const auto clip = panel_.GetSelectedMasterClip()) {
+        settings.frameRect = clip->GetSettings().frameRect;
+        settings.frameRate = clip->GetSettings().frameRate;
+        settings.videoTimeDisplay = zelmediatypes::TimecodeDisplayForFrameRate(settings.frameRate);
+    }
+    const auto sequence = project->AddSequence(TargetBin(), settings, BE::UndoMode::kAsUndoStep);
+    panel_.SelectItem(sequence.Get());
 }
 
 void ClipActions::EditSequenceSettings(const KSL::InterfaceRef<BE::ISequence>& sequence) {

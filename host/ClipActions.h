@@ -39,6 +39,11 @@ public:
     // Announces the selected clip closed everywhere; it stays in the project.
     void CloseClip();
 
+    // Adds a sequence to the bin of the selected item (or the first bin, or a
+    // new bin), in the picture of the selected clip when one is selected, and
+    // selects it.
+    void NewSequence();
+
     // Shows the sequence's settings in a dialog and applies them on OK.
     void EditSequenceSettings(const KSL::InterfaceRef<BE::ISequence>& sequence);
 

@@ -110,7 +110,7 @@ std::string UsageText() {
     return "usage: corvala [--demo | PROJECT] [--recover | --discard-recovery] [--panel NAME]\n"
            "               [--select CLIP [--stream FORMAT]] [--save-as PATH] [--screenshot PATH]\n"
            "\n"
-           "  --demo             open the example project\n"
+           "  --demo             open an unsaved copy of the example project\n"
            "  PROJECT            open a project file (.json)\n"
            "  --recover          recover the project's unsaved changes from its edit journal\n"
            "                     without asking\n"

@@ -26,7 +26,8 @@ public:
                             const std::vector<captionformats::CaptionFileFormat>& offered);
 };
 
-// The file dialogs of the platform.
+// The file dialogs of the platform. Each kind of dialog (projects, media)
+// opens in the folder it last chose from, in this run or an earlier one.
 class DialogFileChooser : public FileChooser {
 public:
     std::string ChooseProjectToOpen(QWidget* parent) override;

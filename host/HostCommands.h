@@ -1,6 +1,10 @@
 #pragma once
 
 #include "UIF/Command.h"
+#include "zelcaptioning/StreamFormat.h"
+
+#include <array>
+#include <utility>
 
 #include <span>
 
@@ -22,6 +26,8 @@ enum HostCommand : UIF::CommandID {
     kHostCommand_Quit = 41007,
     kHostCommand_ImportCaptions = 41008,
     kHostCommand_ExportCaptions = 41009,
+    kHostCommand_NewSequence = 41011,
+    kHostCommand_About = 41012,
     kHostCommand_KeyboardShortcuts = 41010,
     kHostCommand_Preferences = 41030,
     kHostCommand_AddCEA608Stream = 41020,
@@ -30,6 +36,15 @@ enum HostCommand : UIF::CommandID {
     kHostCommand_AddOpenCaptionStream = 41023,
     kHostCommand_PlaySelectedCaption = 41031,
 };
+
+// The commands that add a caption stream of each format to the selected clip.
+inline constexpr std::array<std::pair<UIF::CommandID, zelcaptioning::StreamFormat>, 4>
+    kCaptionStreamCommands{{
+        {kHostCommand_AddCEA608Stream, zelcaptioning::kStreamFormat_CEA608},
+        {kHostCommand_AddCEA708Stream, zelcaptioning::kStreamFormat_CEA708},
+        {kHostCommand_AddTeletextStream, zelcaptioning::kStreamFormat_Teletext},
+        {kHostCommand_AddOpenCaptionStream, zelcaptioning::kStreamFormat_OpenCaptions},
+    }};
 
 struct GlobalCommand {
     const char* name;

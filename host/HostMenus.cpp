@@ -1,13 +1,18 @@
 // The host window's menus and the commands behind them.
+#include "AboutBox.h"
 #include "CommandActions.h"
 #include "HostCommands.h"
+#include "HostSettings.h"
 #include "HostWindow.h"
 #include "PreferencesDialog.h"
 #include "QtText.h"
+#include "RecentProjects.h"
+#include "ShortcutSettings.h"
 #include "ShortcutsDialog.h"
 #include "TimeDisplayMenu.h"
 #include "WindowMenu.h"
 
+#include "UIF/MessageBox.h"
 #include <QDockWidget>
 #include <QMainWindow>
 #include <QMenu>
@@ -18,15 +23,6 @@
 
 namespace host {
 namespace {
-
-using zelcaptioning::StreamFormat;
-
-constexpr std::array<std::pair<UIF::CommandID, StreamFormat>, 4> kStreamCommands{{
-    {kHostCommand_AddCEA608Stream, zelcaptioning::kStreamFormat_CEA608},
-    {kHostCommand_AddCEA708Stream, zelcaptioning::kStreamFormat_CEA708},
-    {kHostCommand_AddTeletextStream, zelcaptioning::kStreamFormat_Teletext},
-    {kHostCommand_AddOpenCaptionStream, zelcaptioning::kStreamFormat_OpenCaptions},
-}};
 
 QMenu* AddRefreshedMenu(QMenuBar& bar, const QString& title) {
     auto* menu = new QMenu(title, &bar);
@@ -53,8 +49,13 @@ void HostWindow::BuildMenus() {
     QObject::connect(viewMenu_, &QMenu::aboutToShow, viewMenu_,
                      [menu = viewMenu_.data()] { RefreshCommandActions(*menu); });
     bar.addMenu(viewMenu_);
-    windowMenu_ = new WindowMenu({projectDock_->toggleViewAction()}, &bar);
+    windowMenu_ = new WindowMenu(
+        {projectDock_->toggleViewAction()}, [this] { ResetLayout(); }, &bar);
     bar.addMenu(windowMenu_);
+    helpMenu_ = AddRefreshedMenu(bar, Localized("$$$/Corvala/Host/Menu/Help=&Help"));
+    helpMenu_->setObjectName(QStringLiteral("helpMenu"));
+    AddCommandAction(*helpMenu_, kHostCommand_About,
+                     Localized("$$$/Corvala/Host/Menu/About=About Corvala"));
 }
 
 void HostWindow::BuildFileMenu() {
@@ -66,6 +67,8 @@ void HostWindow::BuildFileMenu() {
                      Localized("$$$/Corvala/Host/Menu/New=New Project"));
     AddCommandAction(menu, kHostCommand_OpenProject,
                      Localized("$$$/Corvala/Host/Menu/Open=Open Project..."));
+    menu.addMenu(new RecentProjectsMenu(
+        [this](const std::string& path) { fileActions_.OpenRecentProject(path); }, &menu));
     AddCommandAction(menu, kHostCommand_SaveProject, Localized("$$$/Corvala/Host/Menu/Save=Save"));
     AddCommandAction(menu, kHostCommand_SaveProjectAs,
                      Localized("$$$/Corvala/Host/Menu/SaveAs=Save As..."));
@@ -78,11 +81,13 @@ void HostWindow::BuildFileMenu() {
                      Localized("$$$/Corvala/Host/Menu/ExportCaptions=Export Captions..."));
     QMenu* streams = menu.addMenu(Localized("$$$/Corvala/Host/Menu/AddStream=Add Caption Stream"));
     streams->setObjectName(QStringLiteral("addCaptionStreamMenu"));
-    for (const auto& [id, format] : kStreamCommands) {
+    for (const auto& [id, format] : kCaptionStreamCommands) {
         AddCommandAction(*streams, id, ToQString(zelcaptioning::GetFullStreamFormatLabel(format)));
     }
     AddCommandAction(menu, kHostCommand_CloseClip,
                      Localized("$$$/Corvala/Host/Menu/CloseClip=Close Clip"));
+    AddCommandAction(menu, kHostCommand_NewSequence,
+                     Localized("$$$/Corvala/Host/Menu/NewSequence=New Sequence"));
     menu.addSeparator();
     AddCommandAction(menu, kHostCommand_Quit, Localized("$$$/Corvala/Host/Menu/Quit=Quit"));
 }
@@ -129,13 +134,18 @@ void HostWindow::AddCommands() {
         kHostCommand_CloseClip,
         {[this] { return clipActions_.CanCloseClip(); }, [this] { clipActions_.CloseClip(); }, {}});
     commands_.Add(kHostCommand_Quit, {always, [this] { mainWindow_->close(); }, {}});
+    commands_.Add(kHostCommand_About, {always, [this] { ShowAbout(); }, {}});
+    commands_.Add(kHostCommand_NewSequence, {always, [this] { clipActions_.NewSequence(); }, {}});
+    commands_.Add(UIF::kCommand_Delete, {[this] { return projectPanel_->CanDeleteSelected(); },
+                                         [this] { projectPanel_->DeleteSelected(); },
+                                         {}});
     commands_.Add(kHostCommand_KeyboardShortcuts, {always, [this] { ShowShortcutsDialog(); }, {}});
     commands_.Add(kHostCommand_Preferences, {always, [this] { ShowPreferencesDialog(); }, {}});
     commands_.Add(kHostCommand_PlaySelectedCaption,
                   {[this] { return sourceMonitor_->CanPlaySelectedCaption(); },
                    [this] { sourceMonitor_->PlaySelectedCaption(); },
                    {}});
-    for (const auto& [id, format] : kStreamCommands) {
+    for (const auto& [id, format] : kCaptionStreamCommands) {
         commands_.Add(id,
                       {[this, format = format] { return clipActions_.CanAddCaptionStream(format); },
                        [this, format = format] { clipActions_.AddCaptionStream(format); },
@@ -162,9 +172,17 @@ void HostWindow::AddCommands() {
                    }});
 }
 
+void HostWindow::ShowAbout() {
+    UIF::MessageBoxW(ToUTF16(AboutText(loadedPlugins_)),
+                     ToUTF16(Localized("$$$/Corvala/Host/Menu/About=About Corvala")),
+                     UIF::MBFlag::kOK, UIF::MBIcon::kInformation, UIF::MBResult::kOK);
+}
+
 void HostWindow::ShowShortcutsDialog() {
     ShortcutsDialog dialog(mainWindow_);
-    dialog.exec();
+    if (dialog.exec() == QDialog::Accepted) {
+        SaveShortcutChanges(*OpenHostSettings());
+    }
 }
 
 void HostWindow::ShowPreferencesDialog() {

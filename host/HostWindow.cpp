@@ -1,10 +1,13 @@
 #include "HostWindow.h"
 
+#include "AboutBox.h"
 #include "CaptionFileDrop.h"
 #include "HostCommands.h"
+#include "HostSettings.h"
 #include "PlatformHost/HostAccess.h"
 #include "ProjectPanel.h"
 #include "QtText.h"
+#include "ShortcutSettings.h"
 #include "SourceMonitor.h"
 #include "UIF/ShortcutManager.h"
 #include "UIF/WindowClasses.h"
@@ -54,6 +57,7 @@ HostWindow::HostWindow(FileChooser& chooser, ProblemReporter reportProblem)
     AddCommands();
     UIF::ApplicationCommander()->AttachCommandHandler(&commands_);
     UIF::ShortcutManager::Instance()->RegisterCommandContext(&DeclareGlobalCommands);
+    LoadShortcutChanges(*OpenHostSettings());
     BuildMenus();
 
     document_.SetObserver({[this] { OnProjectAboutToBeReplaced(); },
@@ -64,6 +68,7 @@ HostWindow::HostWindow(FileChooser& chooser, ProblemReporter reportProblem)
     OnProjectReplaced();
     UpdateTitle();
 
+    mainWindow_->setWindowIcon(ApplicationIcon());
     mainWindow_->installEventFilter(this);
     mainWindow_->resize(1280, 800);
 }
@@ -77,7 +82,7 @@ HostWindow::~HostWindow() {
     if (mainWindow_) {
         mainWindow_->removeEventFilter(this);
         for (QMenu* menu : {fileMenu_.data(), editMenu_.data(), viewMenu_.data(),
-                            static_cast<QMenu*>(windowMenu_.data())}) {
+                            static_cast<QMenu*>(windowMenu_.data()), helpMenu_.data()}) {
             delete menu;
         }
         delete projectDock_;
@@ -114,10 +119,25 @@ bool HostWindow::SelectClipNamed(const std::string& name) {
     return clip && projectPanel_->SelectItem(clip.Get());
 }
 
+bool HostWindow::RestoreWorkspace() {
+    return workspaceMemory_->Restore(*OpenHostSettings());
+}
+
+void HostWindow::ResetLayout() {
+    workspaceMemory_->Reset();
+}
+
+void HostWindow::SetLoadedPlugins(std::vector<std::string> libraryPaths) {
+    loadedPlugins_ = std::move(libraryPaths);
+}
+
 bool HostWindow::eventFilter(QObject* watched, QEvent* event) {
-    if (watched == mainWindow_ && event->type() == QEvent::Close && !fileActions_.ConfirmClose()) {
-        event->ignore();
-        return true;
+    if (watched == mainWindow_ && event->type() == QEvent::Close) {
+        if (!fileActions_.ConfirmClose()) {
+            event->ignore();
+            return true;
+        }
+        workspaceMemory_->Save(*OpenHostSettings());
     }
     // A key a plug-in's panel left unused reaches the main window: in a panel the transport
     // keys drive the source monitor, as they do in the monitor itself.
@@ -144,8 +164,9 @@ void HostWindow::BuildDocks() {
     projectDock_->setWidget(projectPanel_);
     mainWindow_->addDockWidget(Qt::LeftDockWidgetArea, projectDock_);
     projectDock_->show();
-    mainWindow_->resizeDocks({projectDock_}, {320}, Qt::Horizontal);
+    mainWindow_->resizeDocks({projectDock_}, {kProjectPanelWidthPx}, Qt::Horizontal);
     mainWindow_->setCentralWidget(sourceMonitor_);
+    workspaceMemory_ = std::make_unique<WorkspaceMemory>(*mainWindow_, *projectDock_);
 }
 
 void HostWindow::OnProjectAboutToBeReplaced() {

@@ -12,6 +12,7 @@
 #include "SourceMonitor.h"
 #include "TimeDisplayMenu.h"
 #include "WindowMenu.h"
+#include "WorkspaceMemory.h"
 
 #include <QMainWindow>
 #include <QMenu>
@@ -21,6 +22,7 @@
 #include <functional>
 #include <memory>
 #include <string>
+#include <vector>
 
 class QDockWidget;
 
@@ -32,7 +34,8 @@ class FileChooser;
 // panel docked on the left, the source monitor in the middle, the menus, and
 // the plug-ins' handlers of the open project. Panels of plug-ins dock, undock
 // and stack as the workspace lets them. Closing the window asks about unsaved
-// changes first.
+// changes first, then keeps the workspace's layout for the next start. The
+// person's shortcut changes are bound as the window is made.
 class HostWindow : public QObject {
 public:
     using ProblemReporter = std::function<void(const std::string& problem)>;
@@ -65,6 +68,15 @@ public:
     // Selects the first master clip of that name, as a click in the project panel does.
     bool SelectClipNamed(const std::string& name);
 
+    // Puts the window and its panels back as they were when the window last
+    // closed (the host settings keep them); false when nothing was kept.
+    bool RestoreWorkspace();
+    // Window > Reset Layout: the window and the docks as at a first start.
+    void ResetLayout();
+
+    // The plug-in libraries loaded at start, for Help > About.
+    void SetLoadedPlugins(std::vector<std::string> libraryPaths);
+
 protected:
     bool eventFilter(QObject* watched, QEvent* event) override;
 
@@ -81,6 +93,7 @@ private:
     void ShowPreferencesDialog();
     // Whether the keyboard focus is in a panel a plug-in docked (not the project panel).
     bool FocusIsInPluginPanel() const;
+    void ShowAbout();
 
     QPointer<QMainWindow> mainWindow_;
     ProblemReporter reportProblem_;
@@ -95,11 +108,14 @@ private:
     HostCommandTable commands_;
     SequenceTimeDisplayLink sequenceTimeDisplay_;
     std::unique_ptr<ProjectHandlers> handlers_;
+    std::unique_ptr<WorkspaceMemory> workspaceMemory_;
     QPointer<QMenu> fileMenu_;
     QPointer<QMenu> editMenu_;
     QPointer<TimeDisplayMenu> timeDisplayMenu_;
     QPointer<QMenu> viewMenu_;
     QPointer<WindowMenu> windowMenu_;
+    QPointer<QMenu> helpMenu_;
+    std::vector<std::string> loadedPlugins_;
 };
 
 } // namespace host

@@ -49,6 +49,11 @@ std::optional<BE::ProjectFileError> ProjectDocument::Open(const std::string& pat
     return std::nullopt;
 }
 
+void ProjectDocument::ForgetFile() {
+    filePath_.clear();
+    Notify(observer_.documentStateChanged);
+}
+
 std::optional<BE::ProjectFileError> ProjectDocument::Save() {
     return SaveAs(filePath_);
 }

@@ -3,6 +3,7 @@
 #include "FileChooser.h"
 #include "ProjectDocument.h"
 #include "QtText.h"
+#include "RecentProjects.h"
 #include "UIF/MessageBox.h"
 
 #include <QFileInfo>
@@ -41,6 +42,17 @@ bool ProjectFileActions::OpenProject() {
     return !path.empty() && OpenProjectFile(path);
 }
 
+bool ProjectFileActions::OpenRecentProject(const std::string& pathUtf8) {
+    if (!ConfirmClose()) {
+        return false;
+    }
+    if (!OpenProjectFile(pathUtf8)) {
+        ForgetRecentProject(pathUtf8);
+        return false;
+    }
+    return true;
+}
+
 bool ProjectFileActions::OpenProjectFile(const std::string& pathUtf8) {
     if (const auto error = document_.Open(pathUtf8)) {
         ReportError(
@@ -50,6 +62,7 @@ bool ProjectFileActions::OpenProjectFile(const std::string& pathUtf8) {
                 .toStdString());
         return false;
     }
+    NoteRecentProject(pathUtf8);
     return true;
 }
 
@@ -64,6 +77,7 @@ bool ProjectFileActions::Save() {
                         .toStdString());
         return false;
     }
+    NoteRecentProject(document_.GetFilePath());
     return true;
 }
 
@@ -79,6 +93,7 @@ bool ProjectFileActions::SaveAs() {
                         .toStdString());
         return false;
     }
+    NoteRecentProject(path);
     return true;
 }
 
@@ -97,7 +112,8 @@ bool ProjectFileActions::ConfirmClose() {
         ToUTF16(Localized("$$$/Corvala/Host/File/AskSave=Save the changes to the project "
                           "\"%1\" before closing it?")
                     .arg(name)),
-        MessageTitle(), UIF::MBFlag::kYesNoCancel, UIF::MBIcon::kWarning, UIF::MBResult::kYes);
+        MessageTitle(), UIF::MBFlag::kSaveDontSaveCancel, UIF::MBIcon::kWarning,
+        UIF::MBResult::kYes);
     switch (answer) {
     case UIF::MBResult::kYes:
         return Save();

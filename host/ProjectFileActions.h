@@ -21,13 +21,17 @@ public:
     bool NewProject();
     bool OpenProject();
     bool OpenProjectFile(const std::string& pathUtf8);
-    // Asks for a path first when the project has no file.
+    // Opens a project of File > Open Recent; one that cannot be opened is
+    // reported and leaves the recent list.
+    bool OpenRecentProject(const std::string& pathUtf8);
+    // Asks for a path first when the project has no file. Projects opened and
+    // saved join the recent projects.
     bool Save();
     bool SaveAs();
 
     // Before the project is closed or replaced: true when it may go. A project
-    // with changes asks whether to save them (Yes saves, and a failed or
-    // cancelled save keeps the project; No discards; Cancel keeps it).
+    // with changes asks whether to save them (Save saves, and a failed or
+    // cancelled save keeps the project; Don't Save discards; Cancel keeps it).
     bool ConfirmClose();
 
 private:

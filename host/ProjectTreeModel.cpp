@@ -6,6 +6,7 @@
 #include "KSL/IStation.h"
 #include "KSL/StationUtils.h"
 #include "MZ/Stations.h"
+#include "ProjectItemEdits.h"
 #include "ProjectItemText.h"
 
 #include <QApplication>
@@ -63,6 +64,14 @@ QModelIndex ProjectTreeModel::IndexOf(const BE::IProjectItem* item) const {
         match(index(0, 0), kItemRole, QVariant::fromValue(reinterpret_cast<quintptr>(item)), 1,
               Qt::MatchExactly | Qt::MatchRecursive);
     return found.isEmpty() ? QModelIndex() : found.first();
+}
+
+bool ProjectTreeModel::setData(const QModelIndex& index, const QVariant& value, int role) {
+    if (role != Qt::EditRole) {
+        return QStandardItemModel::setData(index, value, role);
+    }
+    const KSL::InterfaceRef<BE::IProjectItem> item = ItemAt(index);
+    return project_ && ProjectItemEdits::Rename(*project_, item, value.toString());
 }
 
 bool ProjectTreeModel::HandleMessage(const KSL::Message& message) {
@@ -129,8 +138,11 @@ void ProjectTreeModel::Unsubscribe() {
 
 QStandardItem* ProjectTreeModel::AddRow(QStandardItem& parent,
                                         KSL::InterfaceRef<BE::IProjectItem> item) {
-    auto row = std::make_unique<QStandardItem>(IconOf(item->GetItemKind()), ProjectItemText(*item));
-    row->setEditable(false);
+    const QString text = ProjectItemText(*item);
+    auto row = std::make_unique<QStandardItem>(IconOf(item->GetItemKind()), text);
+    // A long name is cut short in a narrow panel; its tooltip shows all of it.
+    row->setToolTip(text);
+    row->setEditable(ProjectItemEdits::CanRename(*item));
     row->setData(QVariant::fromValue(reinterpret_cast<quintptr>(item.Get())), kItemRole);
     QStandardItem* added = row.get();
     parent.appendRow(row.release());
@@ -141,7 +153,9 @@ QStandardItem* ProjectTreeModel::AddRow(QStandardItem& parent,
 void ProjectTreeModel::RefreshText(const BE::IProjectItem* item) {
     const QModelIndex row = IndexOf(item);
     if (row.isValid()) {
-        setData(row, ProjectItemText(*item), Qt::DisplayRole);
+        const QString text = ProjectItemText(*item);
+        setData(row, text, Qt::DisplayRole);
+        setData(row, text, Qt::ToolTipRole);
     }
 }
 

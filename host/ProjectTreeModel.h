@@ -31,6 +31,10 @@ public:
     // The row of the item, or an invalid index when the tree does not show it.
     QModelIndex IndexOf(const BE::IProjectItem* item) const;
 
+    // A name typed into a row renames its item as one undo step; the row shows
+    // the new name once the project announces it. An empty name changes nothing.
+    bool setData(const QModelIndex& index, const QVariant& value, int role) override;
+
 private:
     bool HandleMessage(const KSL::Message& message) override;
     void Rebuild();

@@ -6,19 +6,18 @@
 #include "UIF/Workspace.h"
 
 namespace host {
-namespace {
 
-bool IsPanelOpen(const zelcore::UTF16String& handlerID) {
+bool IsWindowOpen(const UIF::WindowEntry& window) {
     UIF::Workspace* workspace = UIF::Workspace::Instance();
-    UIF::WorkspaceFrame* frame = workspace ? workspace->FindFrame(handlerID) : nullptr;
+    UIF::WorkspaceFrame* frame = workspace ? workspace->FindFrame(window.handlerID) : nullptr;
     return frame && frame->IsOpen() && frame->GetTabView() && frame->GetTabView()->IsVisible();
 }
 
-} // namespace
-
-WindowMenu::WindowMenu(std::vector<QAction*> hostPanelActions, QWidget* parent)
+WindowMenu::WindowMenu(std::vector<QAction*> hostPanelActions, std::function<void()> resetLayout,
+                       QWidget* parent)
     : QMenu(Localized("$$$/Corvala/Host/Menu/Window=&Window"), parent)
-    , hostPanelActions_(std::move(hostPanelActions)) {
+    , hostPanelActions_(std::move(hostPanelActions))
+    , resetLayout_(std::move(resetLayout)) {
     setObjectName(QStringLiteral("windowMenu"));
     connect(this, &QMenu::aboutToShow, this, [this] { Refresh(); });
     Refresh();
@@ -36,12 +35,16 @@ void WindowMenu::Refresh() {
     for (const UIF::WindowEntry& window : windows) {
         QAction* action = addAction(ToQString(window.title));
         action->setCheckable(true);
-        action->setChecked(IsPanelOpen(window.handlerID));
+        action->setChecked(IsWindowOpen(window));
         connect(action, &QAction::triggered, this,
                 [typeID = window.windowTypeID, windowID = window.windowID] {
                     UIF::OpenWindow(typeID, windowID);
                 });
     }
+    addSeparator();
+    QAction* reset = addAction(Localized("$$$/Corvala/Host/Menu/ResetLayout=Reset Layout"));
+    reset->setObjectName(QStringLiteral("resetLayoutAction"));
+    connect(reset, &QAction::triggered, this, [this] { resetLayout_(); });
 }
 
 } // namespace host

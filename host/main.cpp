@@ -1,3 +1,4 @@
+#include "AboutBox.h"
 #include "Application.h"
 #include "CommandLine.h"
 #include "ExitCodes.h"
@@ -25,5 +26,7 @@ int main(int argc, char** argv) {
     }
     QApplication application(argc, argv);
     QApplication::setApplicationName(QStringLiteral("corvala"));
+    QApplication::setApplicationVersion(host::HostVersion());
+    QApplication::setWindowIcon(host::ApplicationIcon());
     return host::RunApplication(*parse.options);
 }

@@ -6,6 +6,7 @@
 #include "PluginLoader.h"
 
 #include <QApplication>
+#include <QTemporaryDir>
 
 #include <gtest/gtest.h>
 
@@ -20,6 +21,8 @@ int main(int argc, char** argv) {
     // A test that quits the host window must not end the tests' application.
     QApplication::setQuitOnLastWindowClosed(false);
     testing::InitGoogleTest(&argc, argv);
+    const QTemporaryDir settingsFolder;
+    host_test::UseSettingsFolder(settingsFolder.path().toStdString());
     ML::FrameService::Start();
     int result = 0;
     {

@@ -15,6 +15,7 @@
 #include <QDockWidget>
 #include <QMainWindow>
 #include <QProcessEnvironment>
+#include <QSettings>
 #include <QTest>
 #include <QThread>
 #include <QTimer>
@@ -82,6 +83,23 @@ std::string ScriptedFileChooser::Next() {
 }
 
 void HostWindowTest::SetUp() {
+    // Each test starts from settings of its own: nothing remembered.
+    UseSettingsFolder(temp.PathOf("settings"));
+    messageBoxes = std::make_unique<UIF::MessageBoxRecorder>();
+    StartHost();
+}
+
+void HostWindowTest::TearDown() {
+    EndHost();
+    messageBoxes.reset();
+}
+
+void HostWindowTest::StartNextHost() {
+    EndHost();
+    StartHost();
+}
+
+void HostWindowTest::StartHost() {
     // The build's captions module declares its shortcut context as it is made;
     // the UI reset after each test forgets it, so each test makes it anew, as
     // the host does once at its start.
@@ -90,7 +108,6 @@ void HostWindowTest::SetUp() {
         plugins->modules.clear();
         plugins->modules.emplace_back(HSL::Module::FindFactory(HSL::kCaptionsModuleID)(path));
     }
-    messageBoxes = std::make_unique<UIF::MessageBoxRecorder>();
     window_ = std::make_unique<host::HostWindow>(
         chooser, [this](const std::string& problem) { reportedProblems.push_back(problem); });
     QMainWindow& mainWindow = window_->GetMainWindow();
@@ -99,12 +116,11 @@ void HostWindowTest::SetUp() {
     QCoreApplication::processEvents();
 }
 
-void HostWindowTest::TearDown() {
+void HostWindowTest::EndHost() {
     window_.reset();
     platform::ui::ResetUIState();
     KSL::ResetMessaging();
     MZ::SetProject({});
-    messageBoxes.reset();
 }
 
 void HostWindowTest::OpenDemo() {
@@ -215,6 +231,10 @@ QDockWidget* HostWindowTest::DockTitled(const QString& title) {
     return nullptr;
 }
 
+void UseSettingsFolder(const std::string& folder) {
+    QSettings::setPath(QSettings::IniFormat, QSettings::UserScope, QString::fromStdString(folder));
+}
+
 void WhenModalLoopRuns(std::function<void()> action) {
     QTimer::singleShot(0, QCoreApplication::instance(), std::move(action));
 }
@@ -236,6 +256,9 @@ ProcessResult RunCorvala(const QStringList& arguments,
     QProcess process;
     QProcessEnvironment variables = QProcessEnvironment::systemEnvironment();
     variables.insert(QStringLiteral("QT_QPA_PLATFORM"), QStringLiteral("offscreen"));
+    // The host's settings go to a folder of the tests', never the user's.
+    static const QTemporaryDir configFolder;
+    variables.insert(QStringLiteral("XDG_CONFIG_HOME"), configFolder.path());
     for (const auto& [name, value] : environment) {
         variables.insert(name, value);
     }

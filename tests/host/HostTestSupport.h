@@ -104,6 +104,9 @@ protected:
     KSL::InterfaceRef<BE::ISequence> Sequence(const std::string& name) const;
 
     host::HostWindow& Window() { return *window_; }
+    // Ends this host window as corvala ends and starts a new one, as the next
+    // run of corvala does; the settings stay.
+    void StartNextHost();
 
     // Mouse gestures on the project panel's row of the item, as a user makes them.
     void ClickItem(const BE::IProjectItem* item);
@@ -125,6 +128,9 @@ protected:
     TempFolder temp;
 
 private:
+    void StartHost();
+    void EndHost();
+
     std::unique_ptr<host::HostWindow> window_;
 };
 
@@ -132,6 +138,10 @@ private:
 inline constexpr const char* kCaptionedClip = "Interview - Mara";
 inline constexpr const char* kPlainClip = "B-Roll - Harbour at Dawn";
 inline constexpr const char* kDemoSequence = "Harbour Story - Edit 1";
+
+// Where the host keeps its settings from now on (QSettings::setPath): tests
+// never read or write the user's own.
+void UseSettingsFolder(const std::string& folder);
 
 // Runs the action on the next turn of the event loop, where a modal loop
 // started meanwhile (a dialog's exec, a context menu) is running.

@@ -44,6 +44,9 @@ protected:
             auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
             ASSERT_NE(box, nullptr);
             askedText = box->text().toStdString();
+            for (QAbstractButton* shown : box->buttons()) {
+                askedButtons << shown->text().remove(QLatin1Char('&'));
+            }
             box->button(button)->click();
         });
     }
@@ -54,6 +57,7 @@ protected:
 
     std::string path;
     std::string askedText;
+    QStringList askedButtons;
 };
 
 TEST_F(ProjectFileTest, SaveAsNamesTheWindowAndReopeningGivesTheSameProject) {
@@ -114,10 +118,12 @@ TEST_F(ProjectFileTest, ClosingWithChangesAsksAndCancelKeepsTheWindow) {
     AnswerNextMessageBox(QMessageBox::Cancel);
     EXPECT_FALSE(Window().GetMainWindow().close());
     EXPECT_THAT(askedText, HasSubstr("\"story.json\""));
+    askedButtons.sort();
+    EXPECT_EQ(askedButtons, (QStringList{"Cancel", "Don't Save", "Save"}));
     EXPECT_TRUE(Window().GetMainWindow().isVisible());
     EXPECT_THAT(ReadFile(path), testing::Not(HasSubstr("Late Change")));
 
-    AnswerNextMessageBox(QMessageBox::No);
+    AnswerNextMessageBox(QMessageBox::Discard);
     ASSERT_TRUE(ChooseMenuCommand(Window().GetFileMenu(), host::kHostCommand_NewProject));
     EXPECT_THAT(ReadFile(path), testing::Not(HasSubstr("Late Change")));
     EXPECT_EQ(Window().GetDocument().GetProject()->GetBinCount(), 0u);
@@ -128,7 +134,7 @@ TEST_F(ProjectFileTest, QuittingWithChangesSavesThemWhenTheUserSaysYes) {
     // The recorder answers every question with its default, Yes.
     ASSERT_TRUE(ChooseMenuCommand(Window().GetFileMenu(), host::kHostCommand_Quit));
     ASSERT_EQ(messageBoxes->GetRecords().size(), 1u);
-    EXPECT_EQ(messageBoxes->GetRecords()[0].flag, UIF::MBFlag::kYesNoCancel);
+    EXPECT_EQ(messageBoxes->GetRecords()[0].flag, UIF::MBFlag::kSaveDontSaveCancel);
     EXPECT_FALSE(Window().GetMainWindow().isVisible());
     EXPECT_THAT(ReadFile(path), HasSubstr("Late Change"));
 }

@@ -144,6 +144,14 @@ TEST_F(ChangeMessagesTest, EveryMutationKindAnnouncesItselfAndItsUndoAndRedo) {
           "sequenceActivation: SequenceSettingsChanged"},
          {"info: PropertiesChanged", "sequence: SequenceSettingsChanged",
           "sequenceActivation: SequenceSettingsChanged"}},
+        {"rename clip",
+         [&] { project.RenameItem(fixture.clip, zelcore::ToUTF16("renamed"), step); },
+         {"info: PropertiesChanged"},
+         {"info: PropertiesChanged"}},
+        {"remove sequence",
+         [&] { project.RemoveSequence(sequence, step); },
+         {"project: StructureChanged"},
+         {"project: StructureChanged"}},
         {"add stream",
          [&] {
              project.AddCaptioningStream(fixture.clip, zelcaptioning::kStreamFormat_Teletext, step);

@@ -110,6 +110,15 @@ std::vector<std::function<void(const KSL::InterfaceRef<BE::IProject>&)>> Changes
         [](P p) { p->RemoveMasterClip(p->GetBin(0)->GetMasterClip(1), BE::UndoMode::kAsUndoStep); },
         [](P p) { p->GetUndoHistory().Undo(); },
         [](P p) { p->GetUndoHistory().Undo(); },
+        [](P p) {
+            p->RenameItem(p->GetBin(0), u"Renamed bin", BE::UndoMode::kAsUndoStep);
+            p->RenameItem(p->GetBin(0)->GetMasterClip(0), u"Renamed clip",
+                          BE::UndoMode::kAsUndoStep);
+            p->RenameItem(p->GetBin(0)->GetSequence(0), u"Renamed sequence",
+                          BE::UndoMode::kWithoutUndoStep);
+        },
+        [](P p) { p->RemoveSequence(p->GetBin(0)->GetSequence(0), BE::UndoMode::kAsUndoStep); },
+        [](P p) { p->GetUndoHistory().Undo(); },
     };
 }
 

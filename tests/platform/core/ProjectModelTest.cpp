@@ -126,6 +126,41 @@ TEST_F(ProjectModelTest, RemovingAClipClosesItAndUndoPutsItBackInPlace) {
     EXPECT_EQ(fixture.bin->GetMasterClip(1), second);
 }
 
+TEST_F(ProjectModelTest, RenamingNamesTheStepByKindAndRefusesStreamsAndEmptyNames) {
+    const auto sequence = project.AddSequence(fixture.bin, {}, BE::UndoMode::kWithoutUndoStep);
+    const auto stream = project.AddCaptioningStream(
+        fixture.clip, zelcaptioning::kStreamFormat_CEA608, BE::UndoMode::kWithoutUndoStep);
+    const std::pair<KSL::InterfaceRef<BE::IProjectItem>, std::string> cases[] = {
+        {fixture.bin, "Rename Bin"},
+        {fixture.clip, "Rename Master Clip"},
+        {sequence, "Rename Sequence"}};
+    for (const auto& [item, step] : cases) {
+        const zelcore::UTF16String before = item->GetName();
+        project.RenameItem(item, zelcore::ToUTF16("new name"), BE::UndoMode::kAsUndoStep);
+        EXPECT_EQ(zelcore::ToUTF8(item->GetName()), "new name");
+        EXPECT_EQ(zelcore::ToUTF8(project.GetUndoHistory().GetUndoStepName()), step);
+        project.GetUndoHistory().Undo();
+        EXPECT_EQ(item->GetName(), before);
+    }
+    const std::size_t steps = project.GetUndoHistory().GetStepCount();
+    EXPECT_THROW(project.RenameItem(stream, zelcore::ToUTF16("x"), BE::UndoMode::kAsUndoStep),
+                 KSL::Exception);
+    EXPECT_THROW(project.RenameItem(fixture.clip, {}, BE::UndoMode::kAsUndoStep), KSL::Exception);
+    EXPECT_EQ(project.GetUndoHistory().GetStepCount(), steps);
+}
+
+TEST_F(ProjectModelTest, ARemovedSequenceReturnsToItsPlaceWhenUndone) {
+    const auto first = project.AddSequence(fixture.bin, {}, BE::UndoMode::kWithoutUndoStep);
+    const auto second = project.AddSequence(fixture.bin, {}, BE::UndoMode::kWithoutUndoStep);
+    project.RemoveSequence(first, BE::UndoMode::kAsUndoStep);
+    ASSERT_EQ(fixture.bin->GetSequenceCount(), 1u);
+    EXPECT_EQ(zelcore::ToUTF8(project.GetUndoHistory().GetUndoStepName()), "Remove Sequence");
+    project.GetUndoHistory().Undo();
+    EXPECT_EQ(fixture.bin->GetSequence(0), first);
+    EXPECT_EQ(fixture.bin->GetSequence(1), second);
+    EXPECT_THROW(project.RemoveSequence(nullptr, BE::UndoMode::kAsUndoStep), KSL::Exception);
+}
+
 TEST_F(ProjectModelTest, SequenceSettingsChangesReachInfoAndSequenceStations) {
     BE::SequenceSettings settings;
     settings.name = zelcore::ToUTF16("Edit");

@@ -49,11 +49,19 @@ public:
     virtual void SetMasterClipSettings(const KSL::InterfaceRef<IMasterClip>& clip,
                                        const MasterClipSettings& settings, UndoMode mode) = 0;
 
+    // Renames a bin, master clip or sequence, announced with
+    // BE::PropertiesChangedMessage on MZ::kStation_Info. Throws for a caption
+    // stream (it has no name) and for an empty name.
+    virtual void RenameItem(const KSL::InterfaceRef<IProjectItem>& item,
+                            const zelcore::UTF16String& name, UndoMode mode) = 0;
+
     virtual KSL::InterfaceRef<ISequence> AddSequence(const KSL::InterfaceRef<IBin>& bin,
                                                      const SequenceSettings& settings,
                                                      UndoMode mode) = 0;
     virtual void SetSequenceSettings(const KSL::InterfaceRef<ISequence>& sequence,
                                      const SequenceSettings& settings, UndoMode mode) = 0;
+    // Takes the sequence out of its bin; undone, it returns to its place.
+    virtual void RemoveSequence(const KSL::InterfaceRef<ISequence>& sequence, UndoMode mode) = 0;
 
     // A clip has at most one stream per format: adding a format it has, or
     // changing a stream to one, throws.

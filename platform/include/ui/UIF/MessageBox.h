@@ -14,6 +14,9 @@ struct MBFlag {
     static constexpr Type kOKCancel = 2;
     static constexpr Type kYesNo = 3;
     static constexpr Type kYesNoCancel = 4;
+    // "Save", "Don't Save", "Cancel", answered kYes, kNo and kCancel: the
+    // question about unsaved changes.
+    static constexpr Type kSaveDontSaveCancel = 5;
 };
 
 struct MBIcon {

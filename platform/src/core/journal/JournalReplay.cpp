@@ -7,6 +7,7 @@
 #include "file/JsonValues.h"
 #include "file/SettingsJson.h"
 #include "model/CaptionEdits.h"
+#include "model/NameEdit.h"
 #include "model/SettingsEdits.h"
 #include "model/StreamEdits.h"
 #include "model/StructureEdits.h"
@@ -62,6 +63,23 @@ std::unique_ptr<ModelEdit> EditFrom(Project& project, const JsonReader& edit) {
         return std::make_unique<AddSequenceEdit>(
             BinAt(project, edit), KSL::InterfaceRef<Sequence>(
                                       new Sequence(ReadSequenceSettings(edit.Member("settings")))));
+    }
+    if (kind == "removeSequence") {
+        const KSL::InterfaceRef<Sequence> sequence = SequenceAt(project, edit);
+        return std::make_unique<RemoveSequenceEdit>(KSL::InterfaceRef<Bin>(sequence->GetOwner()),
+                                                    sequence);
+    }
+    if (kind == "rename") {
+        const zelcore::UTF16String name = ReadText(edit.Member("name"));
+        KSL::InterfaceRef<BE::IProjectItem> item;
+        if (edit.FindMember("clip")) {
+            item = ClipAt(project, edit);
+        } else if (edit.FindMember("sequence")) {
+            item = SequenceAt(project, edit);
+        } else {
+            item = BinAt(project, edit);
+        }
+        return std::make_unique<NameEdit>(item, name);
     }
     if (kind == "sequenceSettings") {
         return std::make_unique<SequenceSettingsEdit>(

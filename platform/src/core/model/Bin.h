@@ -29,6 +29,7 @@ public:
     std::size_t GetSequenceCount() const override;
     KSL::InterfaceRef<BE::ISequence> GetSequence(std::size_t index) const override;
 
+    void SetName(zelcore::UTF16String name) { name_ = std::move(name); }
     Project* GetProject() const { return owner_; }
     void SetOwner(Project* owner) { owner_ = owner; }
 

@@ -5,6 +5,7 @@
 #include "KSL/Exception.h"
 #include "KSL/StationUtils.h"
 #include "ModelEdit.h"
+#include "NameEdit.h"
 #include "ObjectSerial.h"
 #include "SettingsEdits.h"
 #include "StreamEdits.h"
@@ -24,6 +25,13 @@ constexpr std::u16string_view kAddSequenceName =
     u"$$$/Corvala/Platform/Project/AddSequence=Add Sequence";
 constexpr std::u16string_view kSequenceSettingsName =
     u"$$$/Corvala/Platform/Project/SequenceSettings=Change Sequence Settings";
+constexpr std::u16string_view kRemoveSequenceName =
+    u"$$$/Corvala/Platform/Project/RemoveSequence=Remove Sequence";
+constexpr std::u16string_view kRenameBinName = u"$$$/Corvala/Platform/Project/RenameBin=Rename Bin";
+constexpr std::u16string_view kRenameClipName =
+    u"$$$/Corvala/Platform/Project/RenameMasterClip=Rename Master Clip";
+constexpr std::u16string_view kRenameSequenceName =
+    u"$$$/Corvala/Platform/Project/RenameSequence=Rename Sequence";
 constexpr std::u16string_view kAddStreamName =
     u"$$$/Corvala/Platform/Project/AddCaptionStream=Add Caption Stream";
 constexpr std::u16string_view kRemoveStreamName =
@@ -151,6 +159,36 @@ void Project::SetMasterClipSettings(const KSL::InterfaceRef<BE::IMasterClip>& cl
     Execute(std::make_unique<ClipSettingsEdit>(impl, settings), mode, kClipSettingsName);
 }
 
+void Project::RenameItem(const KSL::InterfaceRef<BE::IProjectItem>& item,
+                         const zelcore::UTF16String& name, BE::UndoMode mode) {
+    if (name.empty()) {
+        throw KSL::Exception("a project item needs a name");
+    }
+    std::u16string_view stepName;
+    if (!item) {
+        throw KSL::Exception("no project item to rename");
+    }
+    switch (item->GetItemKind()) {
+    case BE::ProjectItemKind::kBin:
+        OwnBin(item.QueryInterface<BE::IBin>());
+        stepName = kRenameBinName;
+        break;
+    case BE::ProjectItemKind::kMasterClip:
+        OwnClip(item.QueryInterface<BE::IMasterClip>());
+        stepName = kRenameClipName;
+        break;
+    case BE::ProjectItemKind::kSequence:
+        OwnSequence(item.QueryInterface<BE::ISequence>());
+        stepName = kRenameSequenceName;
+        break;
+    case BE::ProjectItemKind::kCaptioningStream:
+        throw KSL::Exception("a caption stream has no name to change");
+    }
+    if (item->GetName() != name) {
+        Execute(std::make_unique<NameEdit>(item, name), mode, stepName);
+    }
+}
+
 KSL::InterfaceRef<BE::ISequence> Project::AddSequence(const KSL::InterfaceRef<BE::IBin>& bin,
                                                       const BE::SequenceSettings& settings,
                                                       BE::UndoMode mode) {
@@ -164,6 +202,12 @@ void Project::SetSequenceSettings(const KSL::InterfaceRef<BE::ISequence>& sequen
                                   const BE::SequenceSettings& settings, BE::UndoMode mode) {
     KSL::InterfaceRef<Sequence> impl(&OwnSequence(sequence));
     Execute(std::make_unique<SequenceSettingsEdit>(impl, settings), mode, kSequenceSettingsName);
+}
+
+void Project::RemoveSequence(const KSL::InterfaceRef<BE::ISequence>& sequence, BE::UndoMode mode) {
+    KSL::InterfaceRef<Sequence> impl(&OwnSequence(sequence));
+    KSL::InterfaceRef<Bin> owner(impl->GetOwner());
+    Execute(std::make_unique<RemoveSequenceEdit>(owner, impl), mode, kRemoveSequenceName);
 }
 
 KSL::InterfaceRef<BE::ICaptioningStream>

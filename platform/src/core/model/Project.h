@@ -37,11 +37,15 @@ public:
                           BE::UndoMode mode) override;
     void SetMasterClipSettings(const KSL::InterfaceRef<BE::IMasterClip>& clip,
                                const BE::MasterClipSettings& settings, BE::UndoMode mode) override;
+    void RenameItem(const KSL::InterfaceRef<BE::IProjectItem>& item,
+                    const zelcore::UTF16String& name, BE::UndoMode mode) override;
     KSL::InterfaceRef<BE::ISequence> AddSequence(const KSL::InterfaceRef<BE::IBin>& bin,
                                                  const BE::SequenceSettings& settings,
                                                  BE::UndoMode mode) override;
     void SetSequenceSettings(const KSL::InterfaceRef<BE::ISequence>& sequence,
                              const BE::SequenceSettings& settings, BE::UndoMode mode) override;
+    void RemoveSequence(const KSL::InterfaceRef<BE::ISequence>& sequence,
+                        BE::UndoMode mode) override;
     KSL::InterfaceRef<BE::ICaptioningStream>
     AddCaptioningStream(const KSL::InterfaceRef<BE::IMasterClip>& clip,
                         zelcaptioning::StreamFormat format, BE::UndoMode mode) override;

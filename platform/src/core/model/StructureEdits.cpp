@@ -146,4 +146,36 @@ std::string AddSequenceEdit::Describe() const {
     return std::move(AddPlace(*bin_, description).Object("settings", settings)).Finish();
 }
 
+RemoveSequenceEdit::RemoveSequenceEdit(KSL::InterfaceRef<Bin> bin,
+                                       KSL::InterfaceRef<Sequence> sequence)
+    : bin_(std::move(bin))
+    , sequence_(std::move(sequence)) {}
+
+bool RemoveSequenceEdit::Apply() {
+    const auto index = IndexIn(bin_->GetSequences(), sequence_.Get());
+    if (!index) {
+        return false;
+    }
+    index_ = *index;
+    bin_->RemoveSequence(index_);
+    AnnounceStructureChange(bin_->GetProject(), KSL::InterfaceRef<BE::IProjectItem>(sequence_),
+                            BE::ProjectStructureChangeKind::kRemoved);
+    return true;
+}
+
+bool RemoveSequenceEdit::Revert() {
+    if (sequence_->GetOwner() || index_ > bin_->GetSequences().size()) {
+        return false;
+    }
+    bin_->InsertSequence(index_, sequence_);
+    AnnounceStructureChange(bin_->GetProject(), KSL::InterfaceRef<BE::IProjectItem>(sequence_),
+                            BE::ProjectStructureChangeKind::kAdded);
+    return true;
+}
+
+std::string RemoveSequenceEdit::Describe() const {
+    EditDescription description("removeSequence");
+    return std::move(AddPlace(*sequence_, description)).Finish();
+}
+
 } // namespace platform::core

@@ -59,4 +59,18 @@ private:
     KSL::InterfaceRef<Sequence> sequence_;
 };
 
+// Takes a sequence out of its bin; the reverse puts it back at its old index.
+class RemoveSequenceEdit final : public ModelEdit {
+public:
+    RemoveSequenceEdit(KSL::InterfaceRef<Bin> bin, KSL::InterfaceRef<Sequence> sequence);
+    bool Apply() override;
+    bool Revert() override;
+    std::string Describe() const override;
+
+private:
+    KSL::InterfaceRef<Bin> bin_;
+    KSL::InterfaceRef<Sequence> sequence_;
+    std::size_t index_ = 0;
+};
+
 } // namespace platform::core

@@ -5,6 +5,7 @@
 #include "workspace/WorkspaceImpl.h"
 #include "zelcore/Localization.h"
 
+#include <QAbstractButton>
 #include <QApplication>
 #include <QMessageBox>
 
@@ -22,6 +23,8 @@ QMessageBox::StandardButtons ButtonsOf(MBFlag::Type flag) {
         return QMessageBox::Yes | QMessageBox::No;
     case MBFlag::kYesNoCancel:
         return QMessageBox::Yes | QMessageBox::No | QMessageBox::Cancel;
+    case MBFlag::kSaveDontSaveCancel:
+        return QMessageBox::Save | QMessageBox::Discard | QMessageBox::Cancel;
     default:
         return QMessageBox::Ok;
     }
@@ -42,14 +45,15 @@ QMessageBox::Icon IconOf(MBIcon::Type icon) {
     }
 }
 
-QMessageBox::StandardButton ButtonOf(MBResult::Type result) {
+QMessageBox::StandardButton ButtonOf(MBResult::Type result, MBFlag::Type flag) {
+    const bool asksToSave = flag == MBFlag::kSaveDontSaveCancel;
     switch (result) {
     case MBResult::kCancel:
         return QMessageBox::Cancel;
     case MBResult::kYes:
-        return QMessageBox::Yes;
+        return asksToSave ? QMessageBox::Save : QMessageBox::Yes;
     case MBResult::kNo:
-        return QMessageBox::No;
+        return asksToSave ? QMessageBox::Discard : QMessageBox::No;
     default:
         return QMessageBox::Ok;
     }
@@ -62,8 +66,10 @@ MBResult::Type ResultOf(int button, MBResult::Type defaultResult) {
     case QMessageBox::Cancel:
         return MBResult::kCancel;
     case QMessageBox::Yes:
+    case QMessageBox::Save:
         return MBResult::kYes;
     case QMessageBox::No:
+    case QMessageBox::Discard:
         return MBResult::kNo;
     default:
         return defaultResult;
@@ -93,7 +99,10 @@ MBResult::Type MessageBoxW(const zelcore::UTF16String& text, const zelcore::UTF1
     QMessageBox box(IconOf(icon), platform::ui::Localized(zelcore::View(title)),
                     platform::ui::Localized(zelcore::View(text)), ButtonsOf(flag),
                     workspace ? &workspace->GetImpl().MainWindow() : nullptr);
-    box.setDefaultButton(ButtonOf(defaultResult));
+    if (QAbstractButton* discard = box.button(QMessageBox::Discard)) {
+        discard->setText(platform::ui::Localized(u"$$$/Corvala/Dialogs/DontSave=Don't Save"));
+    }
+    box.setDefaultButton(ButtonOf(defaultResult, flag));
     return ResultOf(box.exec(), defaultResult);
 }
 

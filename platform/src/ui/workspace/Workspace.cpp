@@ -124,8 +124,13 @@ TabView* Workspace::CreateOrReanimateTabView(const zelcore::UTF16String& handler
                               : sideName == QLatin1String("right") ? kDockSide_Right
                               : sideName == QLatin1String("top")   ? kDockSide_Top
                                                                    : kDockSide_Bottom;
-        impl_->mainWindow->addDockWidget(platform::ui::AreaOfDockSide(side), dock);
-        dock->setFloating(sideName == QLatin1String("floating"));
+        if (impl_->mainWindow->restoreDockWidget(dock)) {
+            // A restored layout had a place for this panel: it opens there.
+            frame->GetImpl().dock->MarkPlaced();
+        } else {
+            impl_->mainWindow->addDockWidget(platform::ui::AreaOfDockSide(side), dock);
+            dock->setFloating(sideName == QLatin1String("floating"));
+        }
         dock->hide();
     }
     TabView* view = creator->second->CreateTabView(frame);

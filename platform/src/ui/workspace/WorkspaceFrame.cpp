@@ -1,5 +1,6 @@
 #include "UIF/Workspace.h"
 
+#include "PlatformHost/HostAccess.h"
 #include "UIF/TabView.h"
 #include "input/QtConversions.h"
 #include "views/ViewImpl.h"
@@ -8,6 +9,7 @@
 #include <QCloseEvent>
 #include <QMainWindow>
 #include <QTabBar>
+#include <QTimer>
 
 #include <algorithm>
 
@@ -32,21 +34,60 @@ FrameDock::FrameDock(UIF::WorkspaceFrame& frame)
     setObjectName(ToQString(zelcore::View(frame.GetHandlerName())));
     setFeatures(QDockWidget::DockWidgetClosable | QDockWidget::DockWidgetMovable |
                 QDockWidget::DockWidgetFloatable);
+    connect(this, &QDockWidget::topLevelChanged, this,
+            [this](bool floating) { OnFloatingChanged(floating); });
+}
+
+void FrameDock::moveEvent(QMoveEvent* event) {
+    QDockWidget::moveEvent(event);
+    RememberDockedPlace();
+}
+
+void FrameDock::RememberDockedPlace() {
+    if (!isFloating()) {
+        dockedTopLeft_ = pos();
+    }
+}
+
+void FrameDock::OnFloatingChanged(bool floating) {
+    // A dock dragged out is where the person drops it (while dragged it
+    // bypasses the window manager); one floated by its button or a double-click
+    // on its title is placed here, once Qt has finished floating it.
+    if (!floating || windowFlags().testFlag(Qt::X11BypassWindowManagerHint)) {
+        return;
+    }
+    QTimer::singleShot(0, this, [this] {
+        if (!isFloating()) {
+            return;
+        }
+        constexpr int kFloatOffsetPx = 40;
+        if (windowFlags().testFlag(Qt::FramelessWindowHint)) {
+            // Without a window frame a floating panel cannot be told from the
+            // window under it; the window manager's frame also moves and sizes it.
+            setWindowFlag(Qt::FramelessWindowHint, false);
+            setWindowFlags(windowFlags() | Qt::CustomizeWindowHint | Qt::WindowTitleHint |
+                           Qt::WindowCloseButtonHint);
+        }
+        const QWidget* window = parentWidget();
+        const QPoint docked = window ? window->mapToGlobal(dockedTopLeft_) : dockedTopLeft_;
+        move(docked + QPoint(kFloatOffsetPx, kFloatOffsetPx));
+        show();
+    });
 }
 
 void FrameDock::showEvent(QShowEvent* event) {
     QDockWidget::showEvent(event);
+    RememberDockedPlace();
     QMainWindow* window = qobject_cast<QMainWindow*>(parentWidget());
     if (hasBeenShownDocked_ || isFloating() || !window) {
         return;
     }
     hasBeenShownDocked_ = true;
-    constexpr int kFirstExtent = 260;
     const Qt::DockWidgetArea area = window->dockWidgetArea(this);
     const Qt::Orientation across = area == Qt::LeftDockWidgetArea || area == Qt::RightDockWidgetArea
                                        ? Qt::Horizontal
                                        : Qt::Vertical;
-    window->resizeDocks({this}, {kFirstExtent}, across);
+    window->resizeDocks({this}, {kFirstPanelExtentPx}, across);
 }
 
 void FrameDock::closeEvent(QCloseEvent* event) {

@@ -16,10 +16,16 @@
 namespace platform::ui {
 
 // A workspace frame's dock: the close button closes the frame through the
-// workspace's rules instead of only hiding it.
+// workspace's rules instead of only hiding it. Made to float by its button or
+// by a double-click on its title, it opens as a framed window offset from
+// where it was docked, so that it is seen to have come loose.
 class FrameDock : public QDockWidget {
 public:
     explicit FrameDock(UIF::WorkspaceFrame& frame);
+
+    // The dock's place and size were set by a restored layout: its first
+    // showing keeps them.
+    void MarkPlaced() { hasBeenShownDocked_ = true; }
 
 protected:
     void closeEvent(QCloseEvent* event) override;
@@ -27,10 +33,16 @@ protected:
     // a panel whose content asks for little space still opens large enough
     // to work in; later the person's own sizing stands.
     void showEvent(QShowEvent* event) override;
+    void moveEvent(QMoveEvent* event) override;
 
 private:
+    void OnFloatingChanged(bool floating);
+    void RememberDockedPlace();
+
     UIF::WorkspaceFrame& frame_;
     bool hasBeenShownDocked_ = false;
+    // Where the dock last was while docked, in its main window's coordinates.
+    QPoint dockedTopLeft_;
 };
 
 struct WindowClass {

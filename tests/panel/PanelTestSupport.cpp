@@ -4,7 +4,10 @@
 #include "CaptionsHandler.h"
 #include "CaptionsItem.h"
 #include "HSL/Ids.h"
+#include "KSL/StationUtils.h"
+#include "MZ/CaptionMessages.h"
 #include "MZ/Captioning.h"
+#include "MZ/Stations.h"
 #include "PlatformHost/HostAccess.h"
 
 #include <QAbstractScrollArea>
@@ -31,6 +34,15 @@ std::string Printed(const zelcaptioning::Caption& caption) {
 QString AccessibleName(QWidget& widget) {
     QAccessibleInterface* accessible = QAccessible::queryAccessibleInterface(&widget);
     return accessible ? accessible->text(QAccessible::Name) : QString();
+}
+
+void PanelTest::OpenTheOpenCaptions() {
+    const auto clip = Clip(host_test::kCaptionedClip);
+    KSL::StationUtils::BroadcastMessage(
+        MZ::kStation_ClosedCaptionsActivation,
+        MZ::ClosedCaptionsOpenedMessage(
+            clip, clip->FindCaptioningStream(zelcaptioning::kStreamFormat_OpenCaptions)));
+    QApplication::processEvents();
 }
 
 void PanelTest::OpenDemoWithPanel() {

@@ -18,6 +18,9 @@ protected:
     // project panel (so the panel shows its CEA-608 stream).
     void OpenDemoWithPanel();
     void SelectClip(const std::string& name);
+    // Opens the captioned clip's open-caption stream, as a person opening it
+    // in the project panel does.
+    void OpenTheOpenCaptions();
 
     HandlerCaptions::CaptionsView& View();
     HandlerCaptions::CaptionsPane& Pane();

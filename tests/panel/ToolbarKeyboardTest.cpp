@@ -4,9 +4,6 @@
 
 #include "CaptionCommandIds.h"
 #include "CaptionsToolbar.h"
-#include "KSL/StationUtils.h"
-#include "MZ/CaptionMessages.h"
-#include "MZ/Stations.h"
 #include "PlatformHost/HostAccess.h"
 #include "UIF/CommandRouting.h"
 
@@ -31,14 +28,6 @@ protected:
     CaptionsToolbar& Bar() { return *View().GetToolbar(); }
     QWidget* ButtonWidget(UIF::CommandID id) {
         return platform::ui::WidgetOf(*Bar().ButtonFor(id));
-    }
-    void OpenTheOpenCaptions() {
-        const auto clip = Clip(host_test::kCaptionedClip);
-        KSL::StationUtils::BroadcastMessage(
-            MZ::kStation_ClosedCaptionsActivation,
-            MZ::ClosedCaptionsOpenedMessage(
-                clip, clip->FindCaptioningStream(zelcaptioning::kStreamFormat_OpenCaptions)));
-        QApplication::processEvents();
     }
     void Press(Qt::Key key, Qt::KeyboardModifiers modifiers = {}) {
         QWidget* focus = QApplication::focusWidget();

@@ -3,9 +3,6 @@
 #include "PanelTestSupport.h"
 
 #include "CaptionsToolbar.h"
-#include "KSL/StationUtils.h"
-#include "MZ/CaptionMessages.h"
-#include "MZ/Stations.h"
 #include "PlatformHost/HostAccess.h"
 
 #include <QApplication>
@@ -87,12 +84,7 @@ TEST_F(ToolbarScreenshotTest, TheClosedCaptionFamilyDrawsEachControlInItsPlace) 
 
 TEST_F(ToolbarScreenshotTest, TheOpenCaptionFamilyDrawsEachControlInItsPlace) {
     OpenDemoWithPanel();
-    const auto clip = Clip(host_test::kCaptionedClip);
-    KSL::StationUtils::BroadcastMessage(
-        MZ::kStation_ClosedCaptionsActivation,
-        MZ::ClosedCaptionsOpenedMessage(
-            clip, clip->FindCaptioningStream(zelcaptioning::kStreamFormat_OpenCaptions)));
-    QApplication::processEvents();
+    OpenTheOpenCaptions();
     ClickPane(20, 20);
     ExpectRendered({{"Filter caption content", {3, 3, 167, 20}},
                     {"Select Font Family", {421, 3, 149, 19}},

@@ -5,9 +5,6 @@
 #include "BE/IProject.h"
 #include "CaptionCommandIds.h"
 #include "CaptionsToolbar.h"
-#include "KSL/StationUtils.h"
-#include "MZ/CaptionMessages.h"
-#include "MZ/Stations.h"
 #include "PlatformHost/HostAccess.h"
 #include "UIF/CommandRouting.h"
 
@@ -27,14 +24,6 @@ class ToolbarTest : public PanelTest {
 protected:
     CaptionsToolbar& Bar() { return *View().GetToolbar(); }
     UIF::PictureButton& Button(UIF::CommandID id) { return *Bar().ButtonFor(id); }
-    void OpenTheOpenCaptions() {
-        const auto clip = Clip(host_test::kCaptionedClip);
-        KSL::StationUtils::BroadcastMessage(
-            MZ::kStation_ClosedCaptionsActivation,
-            MZ::ClosedCaptionsOpenedMessage(
-                clip, clip->FindCaptioningStream(zelcaptioning::kStreamFormat_OpenCaptions)));
-        QApplication::processEvents();
-    }
 };
 
 TEST_F(ToolbarTest, EachStreamFamilyShowsItsOwnControls) {

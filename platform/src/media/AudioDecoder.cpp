@@ -25,16 +25,8 @@ AudioDecoder::AudioDecoder(const std::string& pathUtf8, zelmediatypes::TickTime 
                            const ML::AudioFormat& format)
     : pathUtf8_(pathUtf8)
     , format_(format) {
-    AVFormatContext* context = nullptr;
-    int result = avformat_open_input(&context, pathUtf8_.c_str(), nullptr, nullptr);
-    if (result < 0) {
-        Fail("cannot be opened: " + DescribeAVError(result));
-    }
-    formatContext_.reset(context);
-    result = avformat_find_stream_info(context, nullptr);
-    if (result < 0) {
-        Fail("has no readable stream information: " + DescribeAVError(result));
-    }
+    formatContext_ = OpenMediaInput(pathUtf8_);
+    AVFormatContext* context = formatContext_.get();
     const int videoIndex = av_find_best_stream(context, AVMEDIA_TYPE_VIDEO, -1, -1, nullptr, 0);
     if (videoIndex >= 0 && context->streams[videoIndex]->start_time != AV_NOPTS_VALUE) {
         const AVStream* video = context->streams[videoIndex];
@@ -58,7 +50,7 @@ AudioDecoder::AudioDecoder(const std::string& pathUtf8, zelmediatypes::TickTime 
     if (!codec_ || !packet_ || !decoded_) {
         throw std::bad_alloc();
     }
-    result = avcodec_parameters_to_context(codec_.get(), stream->codecpar);
+    int result = avcodec_parameters_to_context(codec_.get(), stream->codecpar);
     if (result >= 0) {
         result = avcodec_open2(codec_.get(), decoder, nullptr);
     }

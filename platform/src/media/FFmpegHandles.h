@@ -38,4 +38,8 @@ inline std::string DescribeAVError(int errorCode) {
     return text;
 }
 
+// Opens the media file and reads its stream information; throws MediaError
+// naming the file and what failed.
+FormatContextPtr OpenMediaInput(const std::string& pathUtf8);
+
 } // namespace platform::media

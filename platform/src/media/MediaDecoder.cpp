@@ -13,16 +13,8 @@ namespace platform::media {
 
 MediaDecoder::MediaDecoder(std::string pathUtf8, int decoderThreadCount)
     : pathUtf8_(std::move(pathUtf8)) {
-    AVFormatContext* format = nullptr;
-    int result = avformat_open_input(&format, pathUtf8_.c_str(), nullptr, nullptr);
-    if (result < 0) {
-        Fail("cannot be opened: " + DescribeAVError(result));
-    }
-    format_.reset(format);
-    result = avformat_find_stream_info(format, nullptr);
-    if (result < 0) {
-        Fail("has no readable stream information: " + DescribeAVError(result));
-    }
+    format_ = OpenMediaInput(pathUtf8_);
+    AVFormatContext* format = format_.get();
     const AVCodec* decoder = nullptr;
     streamIndex_ = av_find_best_stream(format, AVMEDIA_TYPE_VIDEO, -1, -1, &decoder, 0);
     if (streamIndex_ == AVERROR_STREAM_NOT_FOUND) {
@@ -44,7 +36,7 @@ MediaDecoder::MediaDecoder(std::string pathUtf8, int decoderThreadCount)
     if (!codec_ || !packet_ || !decoded_ || !current_) {
         throw std::bad_alloc();
     }
-    result = avcodec_parameters_to_context(codec_.get(), stream->codecpar);
+    int result = avcodec_parameters_to_context(codec_.get(), stream->codecpar);
     codec_->thread_count = decoderThreadCount;
     if (result >= 0) {
         result = avcodec_open2(codec_.get(), decoder, nullptr);

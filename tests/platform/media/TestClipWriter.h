@@ -32,7 +32,7 @@ inline constexpr float kSoundThreshold = 0.05F;
 using FramePainter = std::function<void(int frameIndex, VF::VideoFrame& canvas)>;
 
 // Encodes a real MP4 (or MOV) file of MPEG-4 Part 2 video, frame i shown from i / rate seconds
-// on, with the sound the spec asks for.
+// on, with the sound the clip description asks for.
 // Throws std::runtime_error naming the FFmpeg call that failed.
 void WriteClip(const std::string& pathUtf8, const ClipSpec& spec, const FramePainter& painter);
 

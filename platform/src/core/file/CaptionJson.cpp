@@ -10,6 +10,24 @@
 namespace platform::core {
 namespace {
 
+// Writes the keys of one JSON object in turn: the first opens the object,
+// each later one follows a comma.
+class ObjectKeys {
+public:
+    explicit ObjectKeys(std::string& out)
+        : out_(out) {}
+    void operator()(const char* name) {
+        out_ += separator_;
+        separator_ = ',';
+        AppendJsonString(std::string_view(name), out_);
+        out_ += ':';
+    }
+
+private:
+    std::string& out_;
+    char separator_ = '{';
+};
+
 using zelcaptioning::CaptioningColor;
 using zelcaptioning::TextSpanAttributes;
 
@@ -93,13 +111,7 @@ private:
                                                          std::to_string(style.GetAnchorID()) +
                                                          " is not a grid cell or free");
         }
-        char separator = '{';
-        const auto key = [&](const char* name) {
-            out_ += separator;
-            separator = ',';
-            AppendJsonString(std::string_view(name), out_);
-            out_ += ':';
-        };
+        ObjectKeys key(out_);
         if (style.GetTextAlignment() != kDefaults.GetTextAlignment()) {
             key("alignment");
             Name(style.GetTextAlignment(), [&] { return path() + ".alignment"; });
@@ -139,13 +151,7 @@ private:
     void Span(const zelcaptioning::CaptionTextSpan& span, const Path& path) {
         static const TextSpanAttributes kDefaults;
         const TextSpanAttributes& a = span.StyleAttributes();
-        char separator = '{';
-        const auto key = [&](const char* name) {
-            out_ += separator;
-            separator = ',';
-            AppendJsonString(std::string_view(name), out_);
-            out_ += ':';
-        };
+        ObjectKeys key(out_);
         const auto colour = [&](const char* name, const CaptioningColor& value,
                                 const CaptioningColor& byDefault) {
             if (!(value == byDefault)) {

@@ -43,7 +43,7 @@ HostWindow::HostWindow(FileChooser& chooser, ProblemReporter reportProblem)
     , projectPanel_(new ProjectPanel([this](KSL::InterfaceRef<BE::ISequence> sequence) {
         clipActions_.EditSequenceSettings(sequence);
     }))
-    , sourceMonitor_(new SourceMonitor)
+    , sourceMonitor_(new SourceMonitor([this] { return document_.GetProject(); }))
     , fileActions_(document_, chooser, mainWindow_,
                    [this] { return !handlers_ || handlers_->AllowClose(); })
     , clipActions_(document_, *projectPanel_, chooser, mainWindow_, reportProblem_)

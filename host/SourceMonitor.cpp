@@ -48,8 +48,9 @@ int FrameCount(const BE::MasterClipSettings& settings) {
 
 } // namespace
 
-SourceMonitor::SourceMonitor(QWidget* parent)
+SourceMonitor::SourceMonitor(ProjectGetter project, QWidget* parent)
     : QWidget(parent)
+    , project_(std::move(project))
     , picture_(new MonitorPicture(this))
     , slider_(new QSlider(Qt::Horizontal, this))
     , timecode_(new QLabel(this))
@@ -144,9 +145,6 @@ bool SourceMonitor::HandleMessage(const KSL::Message& message) {
     } else if (const auto* source = message.As<HSL::SourceClipSelectedMessage>()) {
         ShowClip(source->GetClip(), {});
     } else if (const auto* closed = message.As<MZ::MasterClipClosedMessage>()) {
-        std::erase_if(clipTimeDisplays_, [closed](const auto& entry) {
-            return entry.first == closed->GetMasterClip();
-        });
         if (closed->GetMasterClip() == clip_) {
             ShowClip({}, {});
         }
@@ -156,18 +154,10 @@ bool SourceMonitor::HandleMessage(const KSL::Message& message) {
         ShowClip(item->GetTrackItem().masterClip, item->GetTrackItem().stream);
     } else if (const auto* display = message.As<UIF::HotTimecodeVideoTimeDisplayChangedMessage>()) {
         timeDisplay_ = display->GetTimeDisplay();
-        if (clip_) {
-            const auto remembered =
-                std::find_if(clipTimeDisplays_.begin(), clipTimeDisplays_.end(),
-                             [this](const auto& entry) { return entry.first == clip_; });
-            if (remembered != clipTimeDisplays_.end()) {
-                remembered->second = timeDisplay_;
-            } else {
-                clipTimeDisplays_.emplace_back(clip_, timeDisplay_);
-            }
-        }
+        KeepClipTimeDisplay();
         UpdateControls();
     } else if (message.As<BE::MasterClipClipChangedMessage>()) {
+        AnnounceClipTimeDisplay(); // the clip's rate or chosen display may have changed
         UpdateControls();
         refreshTimer_.start();
     } else if (message.As<BE::CaptioningStreamChangedMessage>()) {
@@ -218,19 +208,27 @@ void SourceMonitor::ShowClip(KSL::InterfaceRef<BE::IMasterClip> clip,
 }
 
 void SourceMonitor::AnnounceClipTimeDisplay() {
-    if (!clip_) {
-        return;
-    }
-    const auto remembered =
-        std::find_if(clipTimeDisplays_.begin(), clipTimeDisplays_.end(),
-                     [this](const auto& entry) { return entry.first == clip_; });
     const zelmediatypes::TimeDisplay display =
-        remembered != clipTimeDisplays_.end()
-            ? remembered->second
-            : MZ::MasterClipActions::GetVideoTimeDisplayFormat(clip_);
+        MZ::MasterClipActions::GetVideoTimeDisplayFormat(clip_);
     if (display != zelmediatypes::kTimeDisplay_Unknown && display != timeDisplay_) {
         UIF::AnnounceTimeDisplayChoice(KSL::StationID(UIF::kStation_SourceTimeDisplayChanged),
                                        display);
+    }
+}
+
+void SourceMonitor::KeepClipTimeDisplay() {
+    // The display announced for the clip itself (when it was shown) is no choice to keep.
+    const KSL::InterfaceRef<BE::IProject> project = project_();
+    if (!clip_ || !project ||
+        timeDisplay_ == MZ::MasterClipActions::GetVideoTimeDisplayFormat(clip_)) {
+        return;
+    }
+    BE::MasterClipSettings settings = clip_->GetSettings();
+    settings.videoTimeDisplay = timeDisplay_;
+    try {
+        project->SetMasterClipSettings(clip_, settings, BE::UndoMode::kWithoutUndoStep);
+    } catch (const KSL::Exception&) {
+        // The clip left the project (another one was opened): there is nothing to keep.
     }
 }
 

@@ -2,6 +2,7 @@
 
 #include "BE/ICaptioningStream.h"
 #include "BE/IMasterClip.h"
+#include "BE/IProject.h"
 #include "KSL/InterfaceRef.h"
 #include "KSL/Listener.h"
 #include "ML/FrameRequest.h"
@@ -14,8 +15,8 @@
 #include <QTimer>
 #include <QWidget>
 
+#include <functional>
 #include <optional>
-#include <utility>
 #include <vector>
 
 class QKeyEvent;
@@ -31,12 +32,16 @@ class TimecodeEntry;
 // its playhead, from the media layer, with the caption of the clip's shown
 // caption stream at that time drawn over it. It follows the selection and
 // opening messages of the project panel, the clip's and the stream's own
-// messages, and the source time display for its timecode. It plays the clip
+// messages, and the source time display for its timecode; a display chosen while
+// a clip is shown is kept in the clip's settings (a change without an undo step,
+// saved with the project) and comes back with the clip. It plays the clip
 // with its sound (PlaybackController), answers the transport keys, and
 // announces its playhead on MZ::kStation_SourcePlayhead.
 class SourceMonitor : public QWidget, private KSL::Listener {
 public:
-    explicit SourceMonitor(QWidget* parent = nullptr);
+    using ProjectGetter = std::function<KSL::InterfaceRef<BE::IProject>()>;
+
+    explicit SourceMonitor(ProjectGetter project, QWidget* parent = nullptr);
     ~SourceMonitor() override;
 
     const KSL::InterfaceRef<BE::IMasterClip>& GetClip() const { return clip_; }
@@ -83,6 +88,8 @@ private:
     void UnsubscribeFromClip();
     // Announces the source time display the shown clip starts in.
     void AnnounceClipTimeDisplay();
+    // Keeps a display chosen while the clip is shown in the clip's settings.
+    void KeepClipTimeDisplay();
     void RequestFrame();
     void Compose();
     void UpdateControls();
@@ -93,6 +100,7 @@ private:
     void OnPlaybackEnded(zelmediatypes::TickTime lastFrameTime);
     void StartPlayback(double speed, std::optional<zelmediatypes::TickTime> stopAt = {});
 
+    ProjectGetter project_;
     MonitorPicture* picture_;
     QSlider* slider_;
     QLabel* timecode_;
@@ -106,10 +114,6 @@ private:
     VF::VideoFrameRef frame_;
     // Collects resizes and playhead moves into one frame request.
     QTimer refreshTimer_;
-    // The source time display last chosen while each clip was shown, for this session; a clip
-    // not in the list starts in its own rate's display.
-    std::vector<std::pair<KSL::InterfaceRef<BE::IMasterClip>, zelmediatypes::TimeDisplay>>
-        clipTimeDisplays_;
     KSL::InterfaceRef<BE::IMasterClip> selectedCaptionClip_;
     zelcaptioning::CaptionPtr selectedCaption_;
     PlaybackController playback_;

@@ -143,6 +143,31 @@ TEST_F(TimeDisplayMenuTest, EachClipStartsInItsOwnRatesDisplayAndKeepsAChoiceMad
     EXPECT_EQ(monitor.GetTimecodeEntry().GetField().text(), QStringLiteral("1800"));
 }
 
+TEST_F(TimeDisplayMenuTest, AClipsChosenDisplayIsSavedWithTheProject) {
+    OpenDemo();
+    BE::IUndoHistory& history = Window().GetDocument().GetProject()->GetUndoHistory();
+    const std::size_t steps = history.GetStepCount();
+    ClickItem(Clip(host_test::kPlainClip).Get());
+    EXPECT_TRUE(history.IsClean()) << "showing a clip is no change";
+    ClickItem(Clip(host_test::kCaptionedClip).Get());
+    Choose(kTimeDisplay_2997NonDropTimecode);
+    EXPECT_EQ(Clip(host_test::kCaptionedClip)->GetSettings().videoTimeDisplay,
+              kTimeDisplay_2997NonDropTimecode);
+    EXPECT_EQ(Clip(host_test::kPlainClip)->GetSettings().videoTimeDisplay, kTimeDisplay_Unknown);
+    EXPECT_FALSE(history.IsClean()) << "the choice is not saved yet";
+    EXPECT_EQ(history.GetStepCount(), steps) << "a view choice is no undo step";
+
+    const std::string path = temp.PathOf("chosen.json");
+    chooser.answers.push_back(path);
+    ASSERT_TRUE(Window().GetFileActions().SaveAs());
+    ASSERT_TRUE(Window().GetFileActions().OpenProjectFile(path));
+    ClickItem(Clip(host_test::kPlainClip).Get());
+    EXPECT_EQ(CheckedSourceVideo(), kTimeDisplay_2997DropTimecode);
+    ClickItem(Clip(host_test::kCaptionedClip).Get());
+    EXPECT_EQ(CheckedSourceVideo(), kTimeDisplay_2997NonDropTimecode);
+    EXPECT_TRUE(Window().GetDocument().GetProject()->GetUndoHistory().IsClean());
+}
+
 TEST_F(TimeDisplayMenuTest, TheSequenceMenuAndTheSettingsDialogShareTheSequencesSetting) {
     OpenDemo();
     const auto sequence = Sequence(host_test::kDemoSequence);

@@ -101,6 +101,13 @@ std::vector<std::function<void(const KSL::InterfaceRef<BE::IProject>&)>> Changes
                                    BE::UndoMode::kWithoutUndoStep);
         },
         [](P p) {
+            // A time display chosen for a clip's source times.
+            const auto clip = p->GetBin(0)->GetMasterClip(0);
+            BE::MasterClipSettings settings = clip->GetSettings();
+            settings.videoTimeDisplay = zelmediatypes::kTimeDisplay_Frames;
+            p->SetMasterClipSettings(clip, settings, BE::UndoMode::kWithoutUndoStep);
+        },
+        [](P p) {
             const auto bin = p->AddBin(u"Second bin", BE::UndoMode::kAsUndoStep);
             p->AddMasterClip(bin, platform_test::TestClipSettings("Added clip"),
                              BE::UndoMode::kAsUndoStep);

@@ -66,6 +66,7 @@ KSL::InterfaceRef<BE::IProject> RichProject() {
     relinked.frameRate = zelmediatypes::kFrameRate_5994;
     relinked.pixelAspectRatio = zelmediatypes::PixelAspectRatio(10, 11);
     relinked.duration = zelmediatypes::TickTime(std::numeric_limits<std::int64_t>::max());
+    relinked.videoTimeDisplay = zelmediatypes::kTimeDisplay_Frames;
     project.SetMasterClipSettings(fixture.clip, relinked, BE::UndoMode::kWithoutUndoStep);
 
     auto closed = project.AddCaptioningStream(fixture.clip, zelcaptioning::kStreamFormat_CEA608,
@@ -281,7 +282,7 @@ TEST(ProjectFileTest, EachCaptionTakesOneLineWithoutItsDefaultMembers) {
                         "\"first\"}]}],\"type\":\"popOn\"},\n"),
               std::string::npos)
         << file;
-    EXPECT_NE(file.find("\n    \"version\": 2\n"), std::string::npos);
+    EXPECT_NE(file.find("\n    \"version\": 3\n"), std::string::npos);
 }
 
 // Version 1 wrote every member, null for a line never placed or measured.
@@ -310,7 +311,7 @@ TEST(ProjectFileTest, VersionOneFilesOpenAndSaveAsTheCurrentVersion) {
     FirstSpan(expected)->SetTextSpanStyleAttributes(attributes);
     ExpectSameCaption(*caption, *expected);
     const std::string saved = Serialized(opened);
-    EXPECT_NE(saved.find("\"version\": 2"), std::string::npos);
+    EXPECT_NE(saved.find("\"version\": 3"), std::string::npos);
     EXPECT_NE(saved.find("{\"italic\":true,\"text\":\"plain\",\"textColor\":[1,1,0,1]}"),
               std::string::npos)
         << saved;
@@ -347,8 +348,8 @@ TEST(ProjectFileTest, WrongValuesNameTheirMemberPath) {
     } cases[] = {
         {"[]", "top level: expected an object"},
         {Replaced(file, "corvala-project", "other"), "format: expected \"corvala-project\""},
-        {Replaced(file, "\"version\": 2", "\"version\": 3"),
-         "version: version 3 is newer than this build reads (2)"},
+        {Replaced(file, "\"version\": 3", "\"version\": 4"),
+         "version: version 4 is newer than this build reads (3)"},
         {Replaced(file, "\"bins\"", "\"bons\""), "bins: missing"},
         {inSpan2("\"fontSize\":\"big\""), span2 + ".fontSize: expected a number"},
         {inSpan2("\"fontSize\":1e39"),

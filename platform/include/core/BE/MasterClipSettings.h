@@ -5,6 +5,7 @@
 #include "zelmediatypes/FrameRate.h"
 #include "zelmediatypes/PixelAspectRatio.h"
 #include "zelmediatypes/TickTime.h"
+#include "zelmediatypes/TimeDisplay.h"
 
 #include <string>
 
@@ -36,6 +37,10 @@ struct MasterClipSettings {
     zelmediatypes::FrameRate frameRate = zelmediatypes::kFrameRate_2997;
     zelmediatypes::PixelAspectRatio pixelAspectRatio;
     zelmediatypes::TickTime duration;
+    // The video time display the person chose for the clip's source times;
+    // kTimeDisplay_Unknown until they choose one, so that the clip's own rate's
+    // timecode stands (MZ::MasterClipActions::GetVideoTimeDisplayFormat).
+    zelmediatypes::TimeDisplay videoTimeDisplay = zelmediatypes::kTimeDisplay_Unknown;
 
     friend bool operator==(const MasterClipSettings&, const MasterClipSettings&) = default;
 };

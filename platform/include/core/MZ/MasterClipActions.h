@@ -6,10 +6,10 @@
 
 namespace MZ::MasterClipActions {
 
-// The time display a clip's times start in before anyone chooses one: the
-// timecode of the clip's own frame rate (drop-frame at 29.97 and 59.94; frame
-// numbers for a rate no timecode counts). kTimeDisplay_Unknown for an empty
-// reference.
+// The video time display a clip's times start in: the one chosen for the clip
+// (BE::MasterClipSettings::videoTimeDisplay), else the timecode of the clip's
+// own frame rate (drop-frame at 29.97 and 59.94; frame numbers for a rate no
+// timecode counts). kTimeDisplay_Unknown for an empty reference.
 zelmediatypes::TimeDisplay
 GetVideoTimeDisplayFormat(const KSL::InterfaceRef<BE::IMasterClip>& clip);
 

@@ -11,7 +11,7 @@ namespace platform::core {
 class Project;
 
 // The version this build writes, and the newest it reads.
-inline constexpr int kProjectFormatVersion = 2;
+inline constexpr int kProjectFormatVersion = 3;
 
 // The file's text for the project (see platform/PROJECT_FORMAT.md): objects
 // and arrays one member or element a line, indented by four spaces, except

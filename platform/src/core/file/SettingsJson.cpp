@@ -7,6 +7,7 @@
 
 #include <cstdint>
 #include <limits>
+#include <optional>
 
 namespace platform::core {
 namespace {
@@ -78,6 +79,9 @@ void WriteClipSettings(const BE::MasterClipSettings& settings, const std::string
     object.insert("frameRate", FrameRateToJson(settings.frameRate));
     object.insert("pixelAspectRatio", AspectRatioToJson(settings.pixelAspectRatio));
     object.insert("duration", TicksToJson(settings.duration));
+    if (settings.videoTimeDisplay != zelmediatypes::kTimeDisplay_Unknown) {
+        object.insert("videoTimeDisplay", static_cast<int>(settings.videoTimeDisplay));
+    }
 }
 
 BE::MasterClipSettings ReadClipSettings(const JsonReader& reader) {
@@ -95,6 +99,9 @@ BE::MasterClipSettings ReadClipSettings(const JsonReader& reader) {
     settings.frameRate = FrameRateFromJson(reader.Member("frameRate"));
     settings.pixelAspectRatio = AspectRatioFromJson(reader.Member("pixelAspectRatio"));
     settings.duration = zelmediatypes::TickTime(reader.Member("duration").Int64String());
+    if (const std::optional<JsonReader> display = reader.FindMember("videoTimeDisplay")) {
+        settings.videoTimeDisplay = TimeDisplayFromJson(*display);
+    }
     return settings;
 }
 

@@ -4,8 +4,13 @@ namespace MZ::MasterClipActions {
 
 zelmediatypes::TimeDisplay
 GetVideoTimeDisplayFormat(const KSL::InterfaceRef<BE::IMasterClip>& clip) {
-    return clip ? zelmediatypes::TimecodeDisplayForFrameRate(clip->GetSettings().frameRate)
-                : zelmediatypes::kTimeDisplay_Unknown;
+    if (!clip) {
+        return zelmediatypes::kTimeDisplay_Unknown;
+    }
+    const BE::MasterClipSettings settings = clip->GetSettings();
+    return settings.videoTimeDisplay != zelmediatypes::kTimeDisplay_Unknown
+               ? settings.videoTimeDisplay
+               : zelmediatypes::TimecodeDisplayForFrameRate(settings.frameRate);
 }
 
 zelmediatypes::TimeDisplay

@@ -28,14 +28,20 @@ private:
         std::string utf8;
         zelcaptioning::TextSpanAttributes attributes;
     };
-    // The first lineCount_ lines are in use; the others keep their storage.
-    std::vector<std::vector<Run>> lines_{1};
+    struct Line {
+        std::vector<Run> runs; // the first runCount are in use
+        std::size_t runCount = 0;
+    };
+    // The first lineCount_ lines are in use. Lines and runs past those keep
+    // their storage, so a builder reused from caption to caption stops
+    // allocating once it has seen its largest caption.
+    std::vector<Line> lines_{1};
     std::size_t lineCount_ = 1;
 };
 
 zelcaptioning::CaptionPtr
 MakeCaption(zelmediatypes::TickTime begin, zelmediatypes::TickTime end,
             zelcaptioning::CaptionType type,
-            const std::vector<zelcaptioning::CaptionTextParagraphPtr>& paragraphs);
+            std::vector<zelcaptioning::CaptionTextParagraphPtr> paragraphs);
 
 } // namespace captionformats

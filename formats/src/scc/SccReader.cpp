@@ -116,7 +116,7 @@ ReadResult SccReader::Read(std::string_view bytes, const ReadOptions& options) c
         }
         result.captions.push_back(MakeCaption(scc::TimeOfFrame(decoded.beginFrame),
                                               scc::TimeOfFrame(decoded.endFrame), decoded.type,
-                                              decoded.paragraphs));
+                                              std::move(decoded.paragraphs)));
     }
     log.TakeInto(result);
     return result;

@@ -90,7 +90,7 @@ private:
         if (next > index + 1) {
             paragraphs = builder.TakeParagraphs(style);
         }
-        captions_.push_back(MakeCaption(begin, end, kCaptionType_Open, paragraphs));
+        captions_.push_back(MakeCaption(begin, end, kCaptionType_Open, std::move(paragraphs)));
         return next;
     }
 

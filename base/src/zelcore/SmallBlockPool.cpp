@@ -1,5 +1,6 @@
 #include "zelcore/utility/SmallBlockAllocator.h"
 
+#include <algorithm>
 #include <array>
 #include <atomic>
 #include <cstdint>
@@ -62,13 +63,31 @@ std::size_t ClassIndex(std::size_t bytes) {
     return index;
 }
 
+// A chain of free blocks, linked through their first word.
+struct Batch {
+    FreeBlock* head = nullptr;
+    std::uint32_t count = 0;
+};
+
+// Takes the first `count` blocks of a chain of at least that many.
+Batch Detach(Batch& chain, std::uint32_t count) {
+    Batch taken{chain.head, count};
+    FreeBlock* last = chain.head;
+    for (std::uint32_t i = 1; i < count; ++i) {
+        last = NextOf(last);
+    }
+    chain.head = NextOf(last);
+    chain.count -= count;
+    Link(last, nullptr);
+    return taken;
+}
+
 // One thread's free blocks. Only its thread touches the lists and counts;
 // inUse is atomic so that GetStats may read it from any thread.
 struct ThreadCache {
     enum class State : unsigned char { kUnregistered, kLive, kRetired };
 
-    std::array<FreeBlock*, kClassCount> heads{};
-    std::array<std::uint32_t, kClassCount> counts{};
+    std::array<Batch, kClassCount> free{};
     std::atomic<std::ptrdiff_t> inUse{0}; // blocks this thread took, less those it returned
     State state = State::kUnregistered;
     ThreadCache* previous = nullptr;
@@ -77,31 +96,31 @@ struct ThreadCache {
 
 constinit thread_local ThreadCache tCache;
 
+// The pool hands out and takes back whole batches, so that a thread's trade
+// with it costs no walk through blocks that left the cache long ago.
 class Pool {
 public:
     void* Allocate(std::size_t bytes) {
         const std::size_t index = ClassIndex(bytes);
-        const std::size_t blockBytes = kMinClassBytes << index;
         ThreadCache& cache = LiveCache();
+        Batch& own = cache.free[index];
+        if (own.head == nullptr) {
+            std::lock_guard lock(mutex_);
+            own = TakeBatch(index);
+        }
+        FreeBlock* block = own.head;
+        own.head = NextOf(block);
+        --own.count;
         if (cache.state == ThreadCache::State::kRetired) {
             std::lock_guard lock(mutex_);
-            FreeBlock* block = nullptr;
-            MoveBlocks(freeLists_[index], block, 1, index);
+            GiveBatch(index, own);
+            own = {};
             ++retiredInUse_;
-            UNPOISON(block, blockBytes);
-            return block;
+        } else {
+            cache.inUse.store(cache.inUse.load(std::memory_order_relaxed) + 1,
+                              std::memory_order_relaxed);
         }
-        if (cache.heads[index] == nullptr) {
-            std::lock_guard lock(mutex_);
-            cache.counts[index] +=
-                MoveBlocks(freeLists_[index], cache.heads[index], kBatchBlocks, index);
-        }
-        FreeBlock* block = cache.heads[index];
-        cache.heads[index] = NextOf(block);
-        --cache.counts[index];
-        cache.inUse.store(cache.inUse.load(std::memory_order_relaxed) + 1,
-                          std::memory_order_relaxed);
-        UNPOISON(block, blockBytes);
+        UNPOISON(block, kMinClassBytes << index);
         return block;
     }
 
@@ -113,21 +132,25 @@ public:
         auto* block = static_cast<FreeBlock*>(p);
         POISON(block, kMinClassBytes << index);
         ThreadCache& cache = LiveCache();
+        Batch& own = cache.free[index];
+        Link(block, own.head);
+        own.head = block;
+        ++own.count;
         if (cache.state == ThreadCache::State::kRetired) {
             std::lock_guard lock(mutex_);
-            Link(block, freeLists_[index]);
-            freeLists_[index] = block;
+            GiveBatch(index, own);
+            own = {};
             --retiredInUse_;
             return;
         }
-        Link(block, cache.heads[index]);
-        cache.heads[index] = block;
         cache.inUse.store(cache.inUse.load(std::memory_order_relaxed) - 1,
                           std::memory_order_relaxed);
-        if (++cache.counts[index] > kCacheBlocks) {
+        if (own.count > kCacheBlocks) {
+            // The blocks freed last, still in the cache, are kept; older ones go.
+            Batch kept = Detach(own, kCacheBlocks - kBatchBlocks);
             std::lock_guard lock(mutex_);
-            cache.counts[index] -=
-                MoveBlocks(cache.heads[index], freeLists_[index], kBatchBlocks, index);
+            GiveBatch(index, own);
+            own = kept;
         }
     }
 
@@ -141,12 +164,12 @@ public:
     }
 
     // Gives a thread's blocks back to the pool when the thread ends; what the
-    // thread frees after that goes straight to the pool.
+    // thread allocates or frees after that goes straight to the pool.
     void Retire(ThreadCache& cache) noexcept {
         std::lock_guard lock(mutex_);
         for (std::size_t index = 0; index < kClassCount; ++index) {
-            MoveBlocks(cache.heads[index], freeLists_[index], cache.counts[index], index);
-            cache.counts[index] = 0;
+            GiveBatch(index, cache.free[index]);
+            cache.free[index] = {};
         }
         retiredInUse_ += cache.inUse.load(std::memory_order_relaxed);
         cache.inUse.store(0, std::memory_order_relaxed);
@@ -161,36 +184,39 @@ private:
     // This thread's cache, registered with the pool on its first use.
     ThreadCache& LiveCache();
 
-    // Moves up to `count` blocks from the head of `from` to the head of `to`
-    // (a new chunk is carved when `from` is the pool's empty list); returns how
-    // many moved. The caller holds the lock.
-    std::uint32_t MoveBlocks(FreeBlock*& from, FreeBlock*& to, std::uint32_t count,
-                             std::size_t index) {
-        if (from == nullptr && &from == &freeLists_[index]) {
+    // The caller holds the lock for these.
+    Batch TakeBatch(std::size_t index) {
+        if (batches_[index].empty()) {
             Refill(index, kMinClassBytes << index);
         }
-        std::uint32_t moved = 0;
-        for (; moved < count && from != nullptr; ++moved) {
-            FreeBlock* block = from;
-            from = NextOf(block);
-            Link(block, to);
-            to = block;
-        }
-        return moved;
+        const Batch batch = batches_[index].back();
+        batches_[index].pop_back();
+        return batch;
     }
 
-    // Carves a new chunk into blocks of one class and threads them onto its free list.
+    void GiveBatch(std::size_t index, const Batch& batch) noexcept {
+        if (batch.count > 0) {
+            batches_[index].push_back(batch);
+        }
+    }
+
+    // Carves a new chunk into batches of blocks of one class.
     void Refill(std::size_t index, std::size_t blockBytes) {
         auto* chunk = static_cast<std::byte*>(::operator new(kChunkBytes));
         chunks_.push_back(chunk);
-        FreeBlock* head = freeLists_[index];
-        for (std::size_t offset = kChunkBytes; offset >= blockBytes; offset -= blockBytes) {
-            auto* block = reinterpret_cast<FreeBlock*>(chunk + offset - blockBytes);
-            block->next = head;
-            head = block;
+        const std::size_t blocks = kChunkBytes / blockBytes;
+        batches_[index].reserve(batches_[index].size() + blocks / kBatchBlocks + 1);
+        for (std::size_t first = 0; first < blocks; first += kBatchBlocks) {
+            const std::size_t end = std::min<std::size_t>(first + kBatchBlocks, blocks);
+            FreeBlock* head = nullptr;
+            for (std::size_t block = end; block-- > first;) {
+                auto* free = reinterpret_cast<FreeBlock*>(chunk + block * blockBytes);
+                free->next = head;
+                head = free;
+            }
+            batches_[index].push_back({head, static_cast<std::uint32_t>(end - first)});
         }
         POISON(chunk, kChunkBytes);
-        freeLists_[index] = head;
     }
 
     void Register(ThreadCache& cache) {
@@ -204,7 +230,7 @@ private:
     }
 
     std::mutex mutex_;
-    std::array<FreeBlock*, kClassCount> freeLists_{};
+    std::array<std::vector<Batch>, kClassCount> batches_;
     std::vector<std::byte*> chunks_;
     ThreadCache* caches_ = nullptr;   // the live threads' caches
     std::ptrdiff_t retiredInUse_ = 0; // blocks in use from ended threads and late frees

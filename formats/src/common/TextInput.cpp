@@ -19,11 +19,15 @@ __m128i LoadBlock(const char* at) {
     return _mm_loadu_si128(reinterpret_cast<const __m128i*>(at));
 }
 
+// 0xFF where the byte is CR or LF, else 0.
+__m128i Terminators(__m128i block) {
+    return _mm_or_si128(_mm_cmpeq_epi8(block, _mm_set1_epi8('\n')),
+                        _mm_cmpeq_epi8(block, _mm_set1_epi8('\r')));
+}
+
 // Bit i set where byte i of the block is CR or LF.
 unsigned TerminatorMask(__m128i block) {
-    const __m128i terminators = _mm_or_si128(_mm_cmpeq_epi8(block, _mm_set1_epi8('\n')),
-                                             _mm_cmpeq_epi8(block, _mm_set1_epi8('\r')));
-    return static_cast<unsigned>(_mm_movemask_epi8(terminators));
+    return static_cast<unsigned>(_mm_movemask_epi8(Terminators(block)));
 }
 
 // Bit i set where byte i of the block is NUL or not ASCII.
@@ -57,9 +61,15 @@ std::size_t CountTerminators(std::string_view text) {
     std::size_t count = 0;
     std::size_t at = 0;
 #if defined(__SSE2__)
-    for (; at + kBlock <= text.size(); at += kBlock) {
-        count +=
-            static_cast<std::size_t>(std::popcount(TerminatorMask(LoadBlock(text.data() + at))));
+    // Byte lanes count up to 255 blocks before they are summed.
+    while (at + kBlock <= text.size()) {
+        __m128i lanes = _mm_setzero_si128();
+        for (int block = 0; block < 255 && at + kBlock <= text.size(); ++block, at += kBlock) {
+            lanes = _mm_sub_epi8(lanes, Terminators(LoadBlock(text.data() + at)));
+        }
+        const __m128i sums = _mm_sad_epu8(lanes, _mm_setzero_si128());
+        count += static_cast<std::size_t>(_mm_cvtsi128_si32(sums)) +
+                 static_cast<std::size_t>(_mm_cvtsi128_si32(_mm_srli_si128(sums, 8)));
     }
 #endif
     for (; at < text.size(); ++at) {

@@ -12,10 +12,14 @@ using zelcaptioning::TextSpanAttributes;
 
 namespace {
 
+// Tag and attribute names are ASCII: only A to Z change.
 std::string Lowercase(std::string_view text) {
     std::string lower(text);
-    std::transform(lower.begin(), lower.end(), lower.begin(),
-                   [](unsigned char c) { return static_cast<char>(std::tolower(c)); });
+    for (char& c : lower) {
+        if (c >= 'A' && c <= 'Z') {
+            c = static_cast<char>(c - 'A' + 'a');
+        }
+    }
     return lower;
 }
 

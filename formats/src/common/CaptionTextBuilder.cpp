@@ -34,6 +34,13 @@ bool CaptionTextBuilder::IsEmpty() const {
     return lineCount_ == 1 && lines_.front().runCount == 0;
 }
 
+void CaptionTextBuilder::Clear() {
+    for (std::size_t index = 0; index < lineCount_; ++index) {
+        lines_[index].runCount = 0;
+    }
+    lineCount_ = 1;
+}
+
 std::vector<CaptionTextParagraphPtr>
 CaptionTextBuilder::TakeParagraphs(const ParagraphStyleAttributes& style) {
     std::vector<CaptionTextParagraphPtr> paragraphs;
@@ -50,9 +57,8 @@ CaptionTextBuilder::TakeParagraphs(const ParagraphStyleAttributes& style) {
         paragraph->SetParagraphStyleAttributes(style);
         paragraph->SetCaptionTextSpans(std::move(spans));
         paragraphs.push_back(std::move(paragraph));
-        line.runCount = 0;
     }
-    lineCount_ = 1;
+    Clear();
     return paragraphs;
 }
 

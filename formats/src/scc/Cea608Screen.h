@@ -3,7 +3,7 @@
 #include "zelcaptioning/CaptionTextParagraph.h"
 
 #include <array>
-#include <map>
+#include <utility>
 #include <vector>
 
 namespace captionformats::cea608 {
@@ -39,7 +39,12 @@ public:
     std::vector<zelcaptioning::CaptionTextParagraphPtr> ToParagraphs() const;
 
 private:
-    std::array<std::map<int, Cell>, kRows + 1> rows_; // index 0 unused
+    // A row's written cells by column, in column order. Rows keep their
+    // storage when erased, so a decoder stops allocating once warmed up.
+    using Row = std::vector<std::pair<int, Cell>>;
+    static Row::iterator CellAt(Row& row, int column);
+
+    std::array<Row, kRows + 1> rows_; // index 0 unused
 };
 
 } // namespace captionformats::cea608

@@ -2,6 +2,7 @@
 // and writing them: the same bytes, the same warnings and errors, the same
 // caption count. Each case runs both paths on the same input.
 #include "captionformats/DirectConversion.h"
+#include "captionformats/SccWriter.h"
 #include "captionformats/SrtWriter.h"
 
 #include "DiagnosticMessages.h"
@@ -167,6 +168,112 @@ std::string RandomSrt(std::mt19937& random, int cues) {
     return file;
 }
 
+// A byte with odd parity, as CEA-608 sends it.
+int WithParity(int byte) {
+    int ones = 0;
+    for (int bit = 0; bit < 7; ++bit) {
+        ones += (byte >> bit) & 1;
+    }
+    return ones % 2 == 0 ? byte | 0x80 : byte;
+}
+
+// An SCC file of random CEA-608 traffic: text, preambles, mid-row codes,
+// special and extended characters, every display command (pop-on, roll-up,
+// paint-on, text mode, erasures, backspace), doubled controls, channel 2 and
+// field 2 codes, parity errors, bad words and bad time codes. Time codes
+// mostly move forwards.
+std::string RandomScc(std::mt19937& random, int lines) {
+    static const std::vector<int> controls = {
+        0x1420, 0x142F, 0x142C, 0x142E, 0x1425, 0x1426, 0x1427, 0x1429, 0x142D,
+        0x1421, 0x1424, 0x142A, 0x142B, 0x1428, 0x1721, 0x1722, 0x1723, 0x1140,
+        0x1160, 0x1240, 0x1250, 0x1340, 0x1460, 0x1470, 0x1650, 0x1070, 0x1120,
+        0x1121, 0x112E, 0x1124, 0x1137, 0x1130, 0x1220, 0x1232, 0x1320, 0x133F,
+        0x1020, 0x102F, 0x1C20, 0x1C2F, 0x1520, 0x152F, 0x1D20, 0x1127, 0x1000};
+    std::uniform_int_distribution<int> percent(0, 99);
+    std::string file = percent(random) < 90 ? "Scenarist_SCC V1.0\n\n" : "";
+    std::int64_t frame = 30;
+    for (int line = 0; line < lines; ++line) {
+        frame += percent(random) < 5 ? -40 : std::uniform_int_distribution<int>(0, 90)(random);
+        frame = std::max<std::int64_t>(frame, 0);
+        char timecode[32];
+        std::snprintf(timecode, sizeof timecode, "%02d:%02d:%02d%c%02d",
+                      static_cast<int>(frame / 108000), static_cast<int>(frame / 1800 % 60),
+                      static_cast<int>(frame / 30 % 60), percent(random) < 50 ? ';' : ':',
+                      static_cast<int>(frame % 30));
+        file += percent(random) < 2 ? std::string("1:2:3") : std::string(timecode);
+        const int words = std::uniform_int_distribution<int>(1, 24)(random);
+        for (int word = 0; word < words; ++word) {
+            int pair = 0;
+            const int kind = percent(random);
+            if (kind < 45) {
+                pair = std::uniform_int_distribution<int>(0x20, 0x7F)(random) << 8 |
+                       std::uniform_int_distribution<int>(0x20, 0x7F)(random);
+            } else if (kind < 95) {
+                pair = controls[std::uniform_int_distribution<std::size_t>(0, controls.size() -
+                                                                                  1)(random)];
+            }
+            char hex[8];
+            std::snprintf(hex, sizeof hex, "%02x%02x", WithParity(pair >> 8),
+                          percent(random) < 2 ? pair & 0xFF : WithParity(pair & 0xFF));
+            const std::string text = kind >= 98 ? "zz9" : hex;
+            file += (word == 0 ? "\t" : " ") + text;
+            if (kind >= 45 && kind < 95 && percent(random) < 60) {
+                file += " " + text; // controls are usually sent twice
+            }
+        }
+        file += "\n\n";
+    }
+    return file;
+}
+
+TEST(DirectConversion, SccToSrtMatchesTheModelPathOnEverySample) {
+    SKIP_WITHOUT_SAMPLES();
+    int files = 0;
+    for (const auto& folder : test::CaseFolders(test::SamplesDir() / "scc")) {
+        for (const auto& entry : std::filesystem::directory_iterator(folder)) {
+            if (entry.path().extension() == ".scc") {
+                SCOPED_TRACE(entry.path().string());
+                EXPECT_TRUE(SameAsModelPath(CaptionFileFormat::kScc, CaptionFileFormat::kSrt,
+                                            test::ReadBytes(entry.path())));
+                ++files;
+            }
+        }
+    }
+    EXPECT_GE(files, 10);
+}
+
+// Files with time codes that run backwards may leave the direct path; all
+// others must take it and match.
+TEST(DirectConversion, SccToSrtMatchesTheModelPathOnRandomTraffic) {
+    std::mt19937 random(608);
+    int direct = 0;
+    for (int file = 0; file < 300; ++file) {
+        const std::string bytes = RandomScc(random, 1 + file % 30);
+        SCOPED_TRACE("random file " + std::to_string(file) + ":\n" + bytes);
+        if (ConvertDirectly(CaptionFileFormat::kScc, CaptionFileFormat::kSrt, bytes, {"in"},
+                            {"out"})) {
+            ASSERT_TRUE(SameAsModelPath(CaptionFileFormat::kScc, CaptionFileFormat::kSrt, bytes));
+            ++direct;
+        }
+    }
+    EXPECT_GT(direct, 150);
+}
+
+TEST(DirectConversion, SccToSrtMatchesTheModelPathOnWrittenFiles) {
+    test::CaptionCapabilities scc;
+    scc.type = kCaptionType_PopOn;
+    scc.italic = scc.underline = true;
+    scc.textColors = {CaptioningColor(1.0f, 1.0f, 0.0f, 1.0f)};
+    scc.gridAnchors = true;
+    scc.alphabet = U"abcXYZ019 .,-'!?éñ♪";
+    scc.timeStepTicks = zelmediatypes::kTicksPerSecond;
+    std::mt19937 random(21);
+    const auto captions = test::RandomCaptions(random, 200, scc);
+    const std::string bytes = SccWriter().Write(captions, {"in.scc"}).bytes;
+    EXPECT_TRUE(SameAsModelPath(CaptionFileFormat::kScc, CaptionFileFormat::kSrt, bytes));
+    EXPECT_TRUE(SameAsModelPath(CaptionFileFormat::kScc, CaptionFileFormat::kSrt, "not scc\n"));
+}
+
 TEST(DirectConversion, SrtToWebVttMatchesTheModelPathOnEverySample) {
     SKIP_WITHOUT_SAMPLES();
     int files = 0;
@@ -227,6 +334,15 @@ TEST(DirectConversion, DeclinesWhatItCannotConvertExactly) {
     EXPECT_TRUE(SameAsModelPath(CaptionFileFormat::kSrt, CaptionFileFormat::kWebVtt, sameBegin));
     EXPECT_FALSE(ConvertDirectly(CaptionFileFormat::kWebVtt, CaptionFileFormat::kSrt,
                                  "WEBVTT\n\n00:01.000 --> 00:02.000\nx\n", {"in"}, {"out"}));
+    // A pop-on caption shown from 00:00:10 to 00:00:11, then time codes back
+    // at 00:00:01 for the next one.
+    const std::string backwards = "Scenarist_SCC V1.0\n\n"
+                                  "00:00:10:00\t9420 9420 c1c1 942f 942f\n\n"
+                                  "00:00:11:00\t942c 942c\n\n"
+                                  "00:00:01:00\t9420 9420 c2c2 942f 942f\n\n"
+                                  "00:00:02:00\t942c 942c\n";
+    EXPECT_FALSE(ConvertDirectly(CaptionFileFormat::kScc, CaptionFileFormat::kSrt, backwards,
+                                 {"in"}, {"out"}));
 }
 
 } // namespace

@@ -18,8 +18,9 @@ struct Conversion {
 // without building the caption model. Where it answers, the result equals
 // reading the bytes with MakeReader(from) and, when that succeeds, writing the
 // captions with MakeWriter(to): the same bytes, the same warnings and errors.
-// Nothing for a pair without a direct path (only SubRip to WebVTT has one), or
-// for a file that needs the general path (SubRip cues out of time order).
+// Nothing for a pair without a direct path (SubRip to WebVTT and SCC to SubRip
+// have one), or for a file that needs the general path (SubRip cues or SCC
+// captions out of time order).
 std::optional<Conversion> ConvertDirectly(CaptionFileFormat from, CaptionFileFormat to,
                                           std::string_view bytes, const ReadOptions& readOptions,
                                           const WriteOptions& writeOptions);

@@ -99,33 +99,56 @@ void CaptionMemory::MoveWindow(int oldBase, int newBase, int depth) {
     rows_.swap(moved);
 }
 
-std::vector<CaptionTextParagraphPtr> CaptionMemory::ToParagraphs() const {
-    std::vector<CaptionTextParagraphPtr> paragraphs;
+ParagraphStyleAttributes CaptionMemory::LineStyle() {
     ParagraphStyleAttributes style;
     style.SetAnchorID(kAnchorID_Free);
     style.SetTextAlignment(kTextAlignment_Left);
+    return style;
+}
+
+void CaptionMemory::AppendRow(const Row& row, CaptionTextBuilder& text) {
+    int nextColumn = row.front().first;
+    for (const auto& [column, cell] : row) {
+        std::string utf8;
+        for (; nextColumn < column; ++nextColumn) {
+            utf8 += ' ';
+        }
+        AppendUtf8(utf8, cell.character);
+        text.Append(utf8, cell.attributes);
+        nextColumn = column + 1;
+    }
+}
+
+std::vector<CaptionTextParagraphPtr> CaptionMemory::ToParagraphs() const {
+    std::vector<CaptionTextParagraphPtr> paragraphs;
+    const ParagraphStyleAttributes style = LineStyle();
     CaptionTextBuilder builder;
     for (int row = 1; row <= kRows; ++row) {
-        const auto& cells = rows_[static_cast<std::size_t>(row)];
+        const Row& cells = rows_[static_cast<std::size_t>(row)];
         if (cells.empty()) {
             continue;
         }
-        int nextColumn = cells.begin()->first;
-        for (const auto& [column, cell] : cells) {
-            std::string utf8;
-            for (; nextColumn < column; ++nextColumn) {
-                utf8 += ' ';
-            }
-            AppendUtf8(utf8, cell.character);
-            builder.Append(utf8, cell.attributes);
-            nextColumn = column + 1;
-        }
+        AppendRow(cells, builder);
         CaptionTextParagraphPtr paragraph = builder.TakeParagraphs(style).front();
         paragraph->SetCaptionPosition(
-            Position(Rational(cells.begin()->first, kColumns), Rational(row - 1, kRows)));
+            Position(Rational(cells.front().first, kColumns), Rational(row - 1, kRows)));
         paragraphs.push_back(paragraph);
     }
     return paragraphs;
+}
+
+std::size_t CaptionMemory::AppendLines(CaptionTextBuilder& text) const {
+    std::size_t lines = 0;
+    for (int row = 1; row <= kRows; ++row) {
+        const Row& cells = rows_[static_cast<std::size_t>(row)];
+        if (!cells.empty()) {
+            if (lines++ > 0) {
+                text.BreakLine();
+            }
+            AppendRow(cells, text);
+        }
+    }
+    return lines;
 }
 
 } // namespace captionformats::cea608

@@ -6,11 +6,11 @@
 
 namespace captionformats {
 
-// A file converted from one format to another: what reading found (without
-// the captions, which the caller never sees) and what was written.
+// A file converted from one format to another: what reading found and what
+// was written.
 struct Conversion {
     std::size_t captionCount = 0;
-    ReadResult read;     // its captions stay empty
+    ReadResult read;     // a direct conversion leaves its captions empty
     WriteResult written; // empty when reading failed
 };
 

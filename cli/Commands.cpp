@@ -1,6 +1,9 @@
 #include "Commands.h"
 
+#include "FileBytes.h"
 #include "JsonWriter.h"
+
+#include "captionformats/DirectConversion.h"
 
 #include <algorithm>
 #include <cmath>
@@ -47,23 +50,52 @@ void PrintDiagnostics(std::ostream& err, const std::vector<Diagnostic>& diagnost
     }
 }
 
-// Reads and recognises a caption file; a problem is reported to `problem`.
-std::optional<LoadedFile> Load(const std::string& path, std::string& problem) {
-    std::ifstream file(path, std::ios::binary);
-    if (!file) {
+// A file's bytes and the format they show; a problem is reported to `problem`.
+struct FileContent {
+    CaptionFileFormat format;
+    FileBytes bytes;
+};
+
+std::optional<FileContent> ReadContent(const std::string& path, std::string& problem) {
+    std::optional<FileBytes> bytes = FileBytes::Open(path);
+    if (!bytes) {
         problem = path + ": cannot be opened";
         return std::nullopt;
     }
-    std::ostringstream bytes;
-    bytes << file.rdbuf();
-    const std::string content = bytes.str();
-    const std::optional<CaptionFileFormat> format = DetectFormat(content, path);
+    const std::optional<CaptionFileFormat> format = DetectFormat(bytes->View(), path);
     if (!format) {
         problem =
             path + ": not a caption file of a format we read (SubRip, WebVTT, SCC, TTML, EBU STL)";
         return std::nullopt;
     }
-    return LoadedFile{*format, MakeReader(*format)->Read(content, {path})};
+    return FileContent{*format, std::move(*bytes)};
+}
+
+// Reads and recognises a caption file; a problem is reported to `problem`.
+std::optional<LoadedFile> Load(const std::string& path, std::string& problem) {
+    const std::optional<FileContent> content = ReadContent(path, problem);
+    if (!content) {
+        return std::nullopt;
+    }
+    return LoadedFile{content->format,
+                      MakeReader(content->format)->Read(content->bytes.View(), {path})};
+}
+
+// Converts a file's content: directly where the pair allows it, else through
+// the caption model. Writing is skipped when reading failed.
+Conversion Convert(const FileContent& content, CaptionFileFormat target, const std::string& path,
+                   const WriteOptions& writeOptions) {
+    if (std::optional<Conversion> direct =
+            ConvertDirectly(content.format, target, content.bytes.View(), {path}, writeOptions)) {
+        return std::move(*direct);
+    }
+    Conversion conversion;
+    conversion.read = MakeReader(content.format)->Read(content.bytes.View(), {path});
+    conversion.captionCount = conversion.read.captions.size();
+    if (conversion.read.Succeeded()) {
+        conversion.written = MakeWriter(target)->Write(conversion.read.captions, writeOptions);
+    }
+    return conversion;
 }
 
 // The usage problem of a frame rate for a format, or empty.
@@ -112,11 +144,14 @@ int RunConvert(const ConvertOptions& options, std::ostream& out, std::ostream& e
         }
     }
     std::string problem;
-    const std::optional<LoadedFile> input = Load(options.input, problem);
-    WriteResult written;
+    const std::optional<FileContent> content = ReadContent(options.input, problem);
+    const std::optional<Conversion> input =
+        content ? std::optional(Convert(*content, *target, options.input, writeOptions))
+                : std::nullopt;
+    const WriteResult none;
+    const WriteResult& written = input ? input->written : none;
     bool saved = false;
-    if (input && input->result.Succeeded()) {
-        written = MakeWriter(*target)->Write(input->result.captions, writeOptions);
+    if (input && input->read.Succeeded()) {
         if (written.Succeeded()) {
             std::ofstream file(options.output, std::ios::binary | std::ios::trunc);
             file.write(written.bytes.data(), static_cast<std::streamsize>(written.bytes.size()));
@@ -126,16 +161,15 @@ int RunConvert(const ConvertOptions& options, std::ostream& out, std::ostream& e
             }
         }
     }
-    const std::vector<Diagnostic> none;
-    const auto& readWarnings = input ? input->result.warnings : none;
-    const auto& readErrors = input ? input->result.errors : none;
+    const auto& readWarnings = input ? input->read.warnings : none.warnings;
+    const auto& readErrors = input ? input->read.errors : none.errors;
     if (options.json) {
         out << "{\"command\":\"convert\",\"input\":" << JsonString(options.input)
-            << ",\"inputFormat\":" << (input ? JsonString(FormatName(input->format)) : "null")
+            << ",\"inputFormat\":" << (content ? JsonString(FormatName(content->format)) : "null")
             << ",\"output\":" << JsonString(options.output)
             << ",\"outputFormat\":" << JsonString(FormatName(*target))
             << ",\"written\":" << (saved ? "true" : "false")
-            << ",\"captions\":" << (input ? input->result.captions.size() : 0)
+            << ",\"captions\":" << (input ? input->captionCount : 0)
             << ",\"readWarnings\":" << JsonDiagnostics(readWarnings)
             << ",\"readErrors\":" << JsonDiagnostics(readErrors)
             << ",\"writeWarnings\":" << JsonDiagnostics(written.warnings)
@@ -150,8 +184,8 @@ int RunConvert(const ConvertOptions& options, std::ostream& out, std::ostream& e
             err << "error: " << problem << '\n';
         }
         if (saved) {
-            out << options.input << " (" << FormatName(input->format) << ", "
-                << input->result.captions.size() << " captions) -> " << options.output << " ("
+            out << options.input << " (" << FormatName(content->format) << ", "
+                << input->captionCount << " captions) -> " << options.output << " ("
                 << FormatName(*target) << ")\n";
         }
     }

@@ -76,6 +76,30 @@ TEST_F(CommandLine, ConvertsByTheOutputNameOrByTo) {
     EXPECT_THAT(stl.output, HasSubstr("\"written\":true,\"captions\":2"));
 }
 
+// SubRip to WebVTT goes cue by cue when the cues are in time order, else
+// through the caption model, which sorts them; both report the same way, with
+// the input's warnings and the output's losses, and the same JSON.
+TEST_F(CommandLine, ConvertsSubRipToWebVttInOrderOrNot) {
+    const std::string cues[] = {
+        "1\n00:00:04,000 --> 00:00:05,000\n<font color=\"#123456\">odd</font> <blink>x\n\n",
+        "2\n00:00:01,000 --> 00:00:02,000\n{\\an8}top\n\n"};
+    Write("ordered.srt", cues[1] + cues[0]);
+    Write("unordered.srt", cues[0] + cues[1]);
+    for (const char* name : {"ordered", "unordered"}) {
+        SCOPED_TRACE(name);
+        const ProcessRun run = RunCaptions("convert " + Path(std::string(name) + ".srt") + " " +
+                                           Path(std::string(name) + ".vtt"));
+        EXPECT_EQ(run.exitCode, 0) << run.output;
+        EXPECT_EQ(Read(std::string(name) + ".vtt"),
+                  "WEBVTT\n\n00:00:01.000 --> 00:00:02.000 line:0\ntop\n\n"
+                  "00:00:04.000 --> 00:00:05.000\nodd x\n\n");
+        EXPECT_THAT(run.output, HasSubstr("unsupported tag <blink> dropped"));
+        EXPECT_THAT(run.output, HasSubstr("text colour other than a WebVTT colour class dropped "
+                                          "in 1 caption"));
+        EXPECT_THAT(run.output, HasSubstr("(SubRip, 2 captions)"));
+    }
+}
+
 TEST_F(CommandLine, ExitsWithTwoOnUsageErrors) {
     EXPECT_EQ(RunCaptions("").exitCode, 2);
     EXPECT_EQ(RunCaptions("frobnicate x").exitCode, 2);

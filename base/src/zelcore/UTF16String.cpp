@@ -25,13 +25,14 @@ void AppendUTF8(UTF8String& out, char32_t c) {
     }
 }
 
-void AppendUTF16(UTF16String& out, char32_t c) {
+// Writes one or two code units at buffer[used], advancing used.
+void AppendUTF16(char16_t* buffer, std::size_t& used, char32_t c) {
     if (c < 0x10000) {
-        out.push_back(static_cast<char16_t>(c));
+        buffer[used++] = static_cast<char16_t>(c);
     } else {
         c -= 0x10000;
-        out.push_back(static_cast<char16_t>(0xD800 + (c >> 10)));
-        out.push_back(static_cast<char16_t>(0xDC00 + (c & 0x3FF)));
+        buffer[used++] = static_cast<char16_t>(0xD800 + (c >> 10));
+        buffer[used++] = static_cast<char16_t>(0xDC00 + (c & 0x3FF));
     }
 }
 
@@ -69,25 +70,28 @@ char32_t DecodeUTF8(std::string_view s, std::size_t& i) {
 } // namespace
 
 UTF16String ToUTF16(std::string_view utf8) {
+    // Code units gather in a buffer on the stack and go to the string a buffer
+    // at a time: a short text, the usual case, costs one exact allocation.
+    constexpr std::size_t kBufferUnits = 128;
+    char16_t buffer[kBufferUnits];
+    std::size_t used = 0;
     UTF16String out;
-    out.reserve(utf8.size());
     for (std::size_t i = 0; i < utf8.size();) {
-        // Runs of ASCII, the common case, are widened in one step.
-        std::size_t run = i;
-        while (run < utf8.size() && static_cast<unsigned char>(utf8[run]) < 0x80) {
-            ++run;
+        if (used + 2 > kBufferUnits) {
+            out.append(buffer, used);
+            used = 0;
         }
-        if (run > i) {
-            const std::size_t at = out.size();
-            out.resize(at + (run - i));
-            for (std::size_t k = i; k < run; ++k) {
-                out[at + (k - i)] = static_cast<char16_t>(utf8[k]);
-            }
-            i = run;
+        if (static_cast<unsigned char>(utf8[i]) >= 0x80) {
+            AppendUTF16(buffer, used, DecodeUTF8(utf8, i));
             continue;
         }
-        AppendUTF16(out, DecodeUTF8(utf8, i));
+        // A run of ASCII, the common case, widens without further checks.
+        while (i < utf8.size() && used < kBufferUnits &&
+               static_cast<unsigned char>(utf8[i]) < 0x80) {
+            buffer[used++] = static_cast<unsigned char>(utf8[i++]);
+        }
     }
+    out.append(buffer, used);
     return out;
 }
 

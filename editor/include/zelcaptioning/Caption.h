@@ -5,6 +5,7 @@
 #include "zelmediatypes/TickTime.h"
 
 #include <limits>
+#include <utility>
 #include <vector>
 
 namespace zelcaptioning {
@@ -38,6 +39,10 @@ public:
     }
     void AppendCaptionTextParagraph(const CaptionTextParagraphPtr& paragraph) {
         paragraphs_.push_back(paragraph);
+    }
+    // Replaces every paragraph at once, taking over the vector.
+    void SetCaptionTextParagraphs(std::vector<CaptionTextParagraphPtr> paragraphs) {
+        paragraphs_ = std::move(paragraphs);
     }
     // Inserts before the paragraph at `index`; an index past the end appends.
     void InsertCaptionTextParagraph(std::uint64_t index, const CaptionTextParagraphPtr& paragraph);

@@ -5,6 +5,7 @@
 #include "zelcaptioning/Position.h"
 #include "zelcore/geom/Rect.h"
 
+#include <utility>
 #include <vector>
 
 namespace zelcaptioning {
@@ -24,6 +25,8 @@ public:
     CaptionTextSpanPtr GetCaptionTextSpan(std::uint64_t index) const { return spans_[index]; }
     void GetCaptionTextSpans(std::vector<CaptionTextSpanPtr>& spans) const { spans = spans_; }
     void AppendCaptionTextSpan(const CaptionTextSpanPtr& span) { spans_.push_back(span); }
+    // Replaces every span at once, taking over the vector.
+    void SetCaptionTextSpans(std::vector<CaptionTextSpanPtr> spans) { spans_ = std::move(spans); }
     // Inserts before the span at `index`; an index past the end appends.
     void InsertCaptionTextSpan(std::uint64_t index, const CaptionTextSpanPtr& span);
     // Removes the span by identity; a span that is not here is ignored.

@@ -8,12 +8,19 @@ void CaptionTextBuilder::Append(std::string_view utf8, const TextSpanAttributes&
     if (utf8.empty()) {
         return;
     }
-    std::vector<Run>& line = lines_[lineCount_ - 1];
-    if (!line.empty() && line.back().attributes == attributes) {
-        line.back().utf8 += utf8;
-    } else {
-        line.push_back({std::string(utf8), attributes});
+    Line& line = lines_[lineCount_ - 1];
+    if (line.runCount > 0 && line.runs[line.runCount - 1].attributes == attributes) {
+        line.runs[line.runCount - 1].utf8 += utf8;
+        return;
     }
+    if (line.runCount < line.runs.size()) {
+        Run& run = line.runs[line.runCount];
+        run.utf8.assign(utf8);
+        run.attributes = attributes;
+    } else {
+        line.runs.push_back({std::string(utf8), attributes});
+    }
+    ++line.runCount;
 }
 
 void CaptionTextBuilder::BreakLine() {
@@ -24,7 +31,14 @@ void CaptionTextBuilder::BreakLine() {
 }
 
 bool CaptionTextBuilder::IsEmpty() const {
-    return lineCount_ == 1 && lines_.front().empty();
+    return lineCount_ == 1 && lines_.front().runCount == 0;
+}
+
+void CaptionTextBuilder::Clear() {
+    for (std::size_t index = 0; index < lineCount_; ++index) {
+        lines_[index].runCount = 0;
+    }
+    lineCount_ = 1;
 }
 
 std::vector<CaptionTextParagraphPtr>
@@ -32,29 +46,29 @@ CaptionTextBuilder::TakeParagraphs(const ParagraphStyleAttributes& style) {
     std::vector<CaptionTextParagraphPtr> paragraphs;
     paragraphs.reserve(lineCount_);
     for (std::size_t index = 0; index < lineCount_; ++index) {
-        std::vector<Run>& line = lines_[index];
+        Line& line = lines_[index];
+        std::vector<CaptionTextSpanPtr> spans;
+        spans.reserve(line.runCount);
+        for (std::size_t run = 0; run < line.runCount; ++run) {
+            spans.emplace_back(new CaptionTextSpan(zelcore::ToUTF16(line.runs[run].utf8),
+                                                   line.runs[run].attributes));
+        }
         CaptionTextParagraphPtr paragraph(new CaptionTextParagraph);
         paragraph->SetParagraphStyleAttributes(style);
-        for (const Run& run : line) {
-            paragraph->AppendCaptionTextSpan(
-                new CaptionTextSpan(zelcore::ToUTF16(run.utf8), run.attributes));
-        }
-        paragraphs.push_back(paragraph);
-        line.clear();
+        paragraph->SetCaptionTextSpans(std::move(spans));
+        paragraphs.push_back(std::move(paragraph));
     }
-    lineCount_ = 1;
+    Clear();
     return paragraphs;
 }
 
 CaptionPtr MakeCaption(zelmediatypes::TickTime begin, zelmediatypes::TickTime end, CaptionType type,
-                       const std::vector<CaptionTextParagraphPtr>& paragraphs) {
+                       std::vector<CaptionTextParagraphPtr> paragraphs) {
     CaptionPtr caption(new Caption);
     caption->SetBeginTime(begin);
     caption->SetEndTime(end);
     caption->SetCaptionType(type);
-    for (const CaptionTextParagraphPtr& paragraph : paragraphs) {
-        caption->AppendCaptionTextParagraph(paragraph);
-    }
+    caption->SetCaptionTextParagraphs(std::move(paragraphs));
     return caption;
 }
 

@@ -2,6 +2,7 @@
 
 #include "zelcaptioning/Caption.h"
 
+#include <span>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -14,9 +15,22 @@ namespace captionformats {
 // to caption keeps its storage.
 class CaptionTextBuilder {
 public:
+    struct Run {
+        std::string utf8; // never empty
+        zelcaptioning::TextSpanAttributes attributes;
+    };
+
     void Append(std::string_view utf8, const zelcaptioning::TextSpanAttributes& attributes);
     void BreakLine();
     bool IsEmpty() const;
+
+    // The lines gathered so far, for a writer that takes them without the
+    // caption model; Clear then makes the builder empty.
+    std::size_t LineCount() const { return lineCount_; }
+    std::span<const Run> LineRuns(std::size_t line) const {
+        return {lines_[line].runs.data(), lines_[line].runCount};
+    }
+    void Clear();
 
     // The lines as paragraphs, each with `style` and unplaced; an empty line
     // becomes a paragraph without spans. Leaves the builder empty.
@@ -24,18 +38,20 @@ public:
     TakeParagraphs(const zelcaptioning::ParagraphStyleAttributes& style);
 
 private:
-    struct Run {
-        std::string utf8;
-        zelcaptioning::TextSpanAttributes attributes;
+    struct Line {
+        std::vector<Run> runs; // the first runCount are in use
+        std::size_t runCount = 0;
     };
-    // The first lineCount_ lines are in use; the others keep their storage.
-    std::vector<std::vector<Run>> lines_{1};
+    // The first lineCount_ lines are in use. Lines and runs past those keep
+    // their storage, so a builder reused from caption to caption stops
+    // allocating once it has seen its largest caption.
+    std::vector<Line> lines_{1};
     std::size_t lineCount_ = 1;
 };
 
 zelcaptioning::CaptionPtr
 MakeCaption(zelmediatypes::TickTime begin, zelmediatypes::TickTime end,
             zelcaptioning::CaptionType type,
-            const std::vector<zelcaptioning::CaptionTextParagraphPtr>& paragraphs);
+            std::vector<zelcaptioning::CaptionTextParagraphPtr> paragraphs);
 
 } // namespace captionformats

@@ -1,6 +1,7 @@
 #include "common/ClockText.h"
 
-#include <cstdio>
+#include <algorithm>
+#include <charconv>
 
 namespace captionformats {
 
@@ -40,18 +41,35 @@ std::int64_t RoundToMilliseconds(TickTime time) {
 }
 
 std::string FormatClockMilliseconds(TickTime time, char fractionSeparator) {
-    std::int64_t milliseconds = RoundToMilliseconds(time);
-    if (milliseconds < 0) {
-        milliseconds = 0;
-    }
-    const std::int64_t totalSeconds = milliseconds / 1000;
-    char text[48];
-    std::snprintf(text, sizeof text, "%02lld:%02lld:%02lld%c%03lld",
-                  static_cast<long long>(totalSeconds / 3600),
-                  static_cast<long long>(totalSeconds / 60 % 60),
-                  static_cast<long long>(totalSeconds % 60), fractionSeparator,
-                  static_cast<long long>(milliseconds % 1000));
+    std::string text;
+    AppendClockMilliseconds(text, time, fractionSeparator);
     return text;
+}
+
+void AppendClockMilliseconds(std::string& out, TickTime time, char fractionSeparator) {
+    const std::int64_t milliseconds = std::max<std::int64_t>(RoundToMilliseconds(time), 0);
+    const std::int64_t totalSeconds = milliseconds / 1000;
+    const std::int64_t hours = totalSeconds / 3600;
+    char text[40];
+    char* end = text;
+    if (hours < 10) {
+        *end++ = '0';
+    }
+    end = std::to_chars(end, text + sizeof text, hours).ptr;
+    auto digits = [&end](std::int64_t value, int count) {
+        for (int place = count - 1; place >= 0; --place) {
+            end[place] = static_cast<char>('0' + value % 10);
+            value /= 10;
+        }
+        end += count;
+    };
+    *end++ = ':';
+    digits(totalSeconds / 60 % 60, 2);
+    *end++ = ':';
+    digits(totalSeconds % 60, 2);
+    *end++ = fractionSeparator;
+    digits(milliseconds % 1000, 3);
+    out.append(text, end);
 }
 
 } // namespace captionformats

@@ -22,5 +22,9 @@ std::int64_t RoundToMilliseconds(zelmediatypes::TickTime time);
 // "HH:MM:SS" + separator + "mmm", rounded to the nearest millisecond; hours
 // take more digits when they need them. Negative times print as zero.
 std::string FormatClockMilliseconds(zelmediatypes::TickTime time, char fractionSeparator);
+// The same text appended to `out`, without formatting machinery: writers call
+// it twice per caption.
+void AppendClockMilliseconds(std::string& out, zelmediatypes::TickTime time,
+                             char fractionSeparator);
 
 } // namespace captionformats

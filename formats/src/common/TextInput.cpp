@@ -1,10 +1,82 @@
 #include "common/TextInput.h"
 
+#include <bit>
+
+#if defined(__SSE2__)
+#include <emmintrin.h>
+#endif
+
 namespace captionformats {
 
 namespace {
 
 constexpr char32_t kReplacementCharacter = 0xFFFD;
+
+#if defined(__SSE2__)
+constexpr std::size_t kBlock = 16;
+
+__m128i LoadBlock(const char* at) {
+    return _mm_loadu_si128(reinterpret_cast<const __m128i*>(at));
+}
+
+// 0xFF where the byte is CR or LF, else 0.
+__m128i Terminators(__m128i block) {
+    return _mm_or_si128(_mm_cmpeq_epi8(block, _mm_set1_epi8('\n')),
+                        _mm_cmpeq_epi8(block, _mm_set1_epi8('\r')));
+}
+
+// Bit i set where byte i of the block is CR or LF.
+unsigned TerminatorMask(__m128i block) {
+    return static_cast<unsigned>(_mm_movemask_epi8(Terminators(block)));
+}
+
+// Bit i set where byte i of the block is NUL or not ASCII.
+unsigned SpecialMask(__m128i block) {
+    return static_cast<unsigned>(
+        _mm_movemask_epi8(_mm_or_si128(block, _mm_cmpeq_epi8(block, _mm_setzero_si128()))));
+}
+#endif
+
+bool IsTerminator(char c) {
+    return c == '\n' || c == '\r';
+}
+
+// Where the first CR or LF at or after `from` is, or text.size().
+std::size_t NextTerminator(std::string_view text, std::size_t from) {
+#if defined(__SSE2__)
+    for (; from + kBlock <= text.size(); from += kBlock) {
+        if (const unsigned mask = TerminatorMask(LoadBlock(text.data() + from))) {
+            return from + static_cast<std::size_t>(std::countr_zero(mask));
+        }
+    }
+#endif
+    while (from < text.size() && !IsTerminator(text[from])) {
+        ++from;
+    }
+    return from;
+}
+
+// How many CRs and LFs the text holds: at least its number of lines less one.
+std::size_t CountTerminators(std::string_view text) {
+    std::size_t count = 0;
+    std::size_t at = 0;
+#if defined(__SSE2__)
+    // Byte lanes count up to 255 blocks before they are summed.
+    while (at + kBlock <= text.size()) {
+        __m128i lanes = _mm_setzero_si128();
+        for (int block = 0; block < 255 && at + kBlock <= text.size(); ++block, at += kBlock) {
+            lanes = _mm_sub_epi8(lanes, Terminators(LoadBlock(text.data() + at)));
+        }
+        const __m128i sums = _mm_sad_epu8(lanes, _mm_setzero_si128());
+        count += static_cast<std::size_t>(_mm_cvtsi128_si32(sums)) +
+                 static_cast<std::size_t>(_mm_cvtsi128_si32(_mm_srli_si128(sums, 8)));
+    }
+#endif
+    for (; at < text.size(); ++at) {
+        count += IsTerminator(text[at]) ? 1 : 0;
+    }
+    return count;
+}
 
 // The length of the valid UTF-8 sequence at the start of `bytes`, or 0 when it
 // is malformed (overlong forms and surrogates included).
@@ -36,6 +108,29 @@ std::size_t ValidSequenceLength(std::string_view bytes) {
     }
     const bool surrogate = value >= 0xD800 && value <= 0xDFFF;
     return (value < minimum || value > 0x10FFFF || surrogate) ? 0 : length;
+}
+
+// The length of the longest prefix of `bytes` that is valid UTF-8 without NUL:
+// the text that can be used as it is.
+std::size_t ValidUtf8Prefix(std::string_view bytes) {
+    std::size_t at = 0;
+    while (at < bytes.size()) {
+#if defined(__SSE2__)
+        if (at + kBlock <= bytes.size() && SpecialMask(LoadBlock(bytes.data() + at)) == 0) {
+            at += kBlock;
+            continue;
+        }
+#endif
+        if (bytes[at] == '\0') {
+            return at;
+        }
+        const std::size_t length = ValidSequenceLength(bytes.substr(at));
+        if (length == 0) {
+            return at;
+        }
+        at += length;
+    }
+    return at;
 }
 
 std::string DecodeUtf8(std::string_view bytes) {
@@ -118,24 +213,33 @@ void AppendUtf8(std::string& utf8, char32_t codePoint) {
 
 TextInput::TextInput(std::string_view bytes, Encoding encoding) {
     const bool utf16Allowed = encoding == Encoding::kUtf8OrUtf16;
-    if (bytes.starts_with("\xEF\xBB\xBF")) {
-        text_ = DecodeUtf8(bytes.substr(3));
-    } else if (utf16Allowed && bytes.starts_with("\xFF\xFE")) {
-        text_ = DecodeUtf16(bytes.substr(2), false);
+    if (utf16Allowed && bytes.starts_with("\xFF\xFE")) {
+        decoded_ = DecodeUtf16(bytes.substr(2), false);
+        text_ = decoded_;
     } else if (utf16Allowed && bytes.starts_with("\xFE\xFF")) {
-        text_ = DecodeUtf16(bytes.substr(2), true);
+        decoded_ = DecodeUtf16(bytes.substr(2), true);
+        text_ = decoded_;
     } else {
-        text_ = DecodeUtf8(bytes);
+        if (bytes.starts_with("\xEF\xBB\xBF")) {
+            bytes.remove_prefix(3);
+        }
+        // Valid UTF-8, by far the usual case, is read where it lies.
+        const std::size_t valid = ValidUtf8Prefix(bytes);
+        if (valid == bytes.size()) {
+            text_ = bytes;
+        } else {
+            decoded_.reserve(bytes.size());
+            decoded_.assign(bytes.substr(0, valid));
+            decoded_ += DecodeUtf8(bytes.substr(valid));
+            text_ = decoded_;
+        }
     }
-    const std::string_view text(text_);
+    const std::string_view text = text_;
+    lines_.reserve(CountTerminators(text) + 1);
     std::size_t start = 0;
     std::uint64_t number = 1;
     while (start < text.size()) {
-        // A plain scan: find_first_of tests every byte against the set.
-        std::size_t end = start;
-        while (end < text.size() && text[end] != '\n' && text[end] != '\r') {
-            ++end;
-        }
+        const std::size_t end = NextTerminator(text, start);
         if (end == text.size()) {
             lines_.push_back({text.substr(start), number});
             break;

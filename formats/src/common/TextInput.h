@@ -24,12 +24,17 @@ public:
     };
 
     TextInput(std::string_view bytes, Encoding encoding);
+    TextInput(const TextInput&) = delete;
+    TextInput& operator=(const TextInput&) = delete;
 
-    const std::string& Text() const { return text_; }
+    // Valid UTF-8 input is not copied: the text and the lines then point into
+    // the bytes given, which must outlive the TextInput.
+    std::string_view Text() const { return text_; }
     const std::vector<Line>& Lines() const { return lines_; }
 
 private:
-    std::string text_;
+    std::string decoded_; // the text when the bytes had to be decoded
+    std::string_view text_;
     std::vector<Line> lines_;
 };
 

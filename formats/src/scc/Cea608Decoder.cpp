@@ -222,7 +222,7 @@ CaptionType Cea608Decoder::CurrentType() const {
 
 void Cea608Decoder::CloseCaption(std::int64_t frame) {
     if (open_ && !displayed_.IsEmpty() && frame > open_->first) {
-        captions_.push_back({open_->first, frame, open_->second, displayed_.ToParagraphs()});
+        sink_.Caption(open_->first, frame, open_->second, displayed_);
     }
     open_.reset();
 }
@@ -231,9 +231,8 @@ void Cea608Decoder::OpenCaption(std::int64_t frame) {
     open_ = {frame, CurrentType()};
 }
 
-std::vector<DecodedCaption> Cea608Decoder::Finish(std::int64_t endFrame) {
+void Cea608Decoder::Finish(std::int64_t endFrame) {
     CloseCaption(endFrame);
-    return std::move(captions_);
 }
 
 } // namespace captionformats::cea608

@@ -12,12 +12,13 @@
 
 namespace captionformats::cea608 {
 
-// A caption as the decoder saw it, timed in frames.
-struct DecodedCaption {
-    std::int64_t beginFrame = 0;
-    std::int64_t endFrame = 0;
-    zelcaptioning::CaptionType type = zelcaptioning::kCaptionType_PopOn;
-    std::vector<zelcaptioning::CaptionTextParagraphPtr> paragraphs;
+// Receives each caption as the decoder ends it, timed in frames, with the
+// screen that showed it.
+class DecodedCaptionSink {
+public:
+    virtual ~DecodedCaptionSink() = default;
+    virtual void Caption(std::int64_t beginFrame, std::int64_t endFrame,
+                         zelcaptioning::CaptionType type, const CaptionMemory& screen) = 0;
 };
 
 // The CEA-608 display model for data channel 1 (CC1): displayed and
@@ -30,15 +31,16 @@ struct DecodedCaption {
 // parity error is reported once and the byte decoded without its parity bit.
 class Cea608Decoder {
 public:
-    explicit Cea608Decoder(DiagnosticLog& log)
-        : log_(log) {}
+    Cea608Decoder(DiagnosticLog& log, DecodedCaptionSink& sink)
+        : log_(log)
+        , sink_(sink) {}
 
     // One byte pair, with parity bits, shown at `frame`.
     void Feed(std::uint8_t first, std::uint8_t second, std::int64_t frame,
               const SourceLocation& where);
 
-    // Ends a caption still on screen at `endFrame` and returns every caption.
-    std::vector<DecodedCaption> Finish(std::int64_t endFrame);
+    // Ends a caption still on screen at `endFrame`.
+    void Finish(std::int64_t endFrame);
 
 private:
     enum class Mode { kPopOn, kRollUp, kPaintOn, kText };
@@ -57,6 +59,7 @@ private:
     void WarnOnce(bool& reported, const SourceLocation& where, const std::string& message);
 
     DiagnosticLog& log_;
+    DecodedCaptionSink& sink_;
     CaptionMemory displayed_;
     CaptionMemory nonDisplayed_;
     Mode mode_ = Mode::kPopOn;
@@ -68,7 +71,6 @@ private:
     int dataChannel_ = 1; // 0: field 2
     std::optional<std::pair<std::uint8_t, std::uint8_t>> lastControl_;
     std::optional<std::pair<std::int64_t, zelcaptioning::CaptionType>> open_;
-    std::vector<DecodedCaption> captions_;
     bool reportedChannel2_ = false;
     bool reportedField2_ = false;
     bool reportedTextMode_ = false;

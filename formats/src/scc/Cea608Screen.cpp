@@ -3,6 +3,8 @@
 #include "common/CaptionTextBuilder.h"
 #include "common/TextInput.h"
 
+#include <algorithm>
+
 namespace captionformats::cea608 {
 
 using namespace zelcaptioning;
@@ -13,22 +15,41 @@ bool IsRow(int row) {
 }
 } // namespace
 
+CaptionMemory::Row::iterator CaptionMemory::CellAt(Row& row, int column) {
+    // Text is written left to right: the usual place is the end.
+    if (row.empty() || row.back().first < column) {
+        return row.end();
+    }
+    return std::lower_bound(row.begin(), row.end(), column,
+                            [](const auto& cell, int at) { return cell.first < at; });
+}
+
 void CaptionMemory::Write(int row, int column, const Cell& cell) {
     if (IsRow(row) && column >= 0) {
-        rows_[static_cast<std::size_t>(row)][column] = cell;
+        Row& cells = rows_[static_cast<std::size_t>(row)];
+        const auto at = CellAt(cells, column);
+        if (at != cells.end() && at->first == column) {
+            at->second = cell;
+        } else {
+            cells.insert(at, {column, cell});
+        }
     }
 }
 
 void CaptionMemory::Erase(int row, int column) {
     if (IsRow(row)) {
-        rows_[static_cast<std::size_t>(row)].erase(column);
+        Row& cells = rows_[static_cast<std::size_t>(row)];
+        const auto at = CellAt(cells, column);
+        if (at != cells.end() && at->first == column) {
+            cells.erase(at);
+        }
     }
 }
 
 void CaptionMemory::EraseFrom(int row, int column) {
     if (IsRow(row)) {
-        auto& cells = rows_[static_cast<std::size_t>(row)];
-        cells.erase(cells.lower_bound(column), cells.end());
+        Row& cells = rows_[static_cast<std::size_t>(row)];
+        cells.erase(CellAt(cells, column), cells.end());
     }
 }
 
@@ -60,51 +81,74 @@ void CaptionMemory::RollUp(int firstRow, int lastRow) {
             cells.clear();
         }
         if (row >= firstRow && row < lastRow) {
-            cells = std::move(rows_[static_cast<std::size_t>(row + 1)]);
+            cells.swap(rows_[static_cast<std::size_t>(row + 1)]);
             rows_[static_cast<std::size_t>(row + 1)].clear();
         }
     }
 }
 
 void CaptionMemory::MoveWindow(int oldBase, int newBase, int depth) {
-    std::array<std::map<int, Cell>, kRows + 1> moved;
+    std::array<Row, kRows + 1> moved;
     for (int offset = 0; offset < depth; ++offset) {
         const int from = oldBase - offset;
         const int to = newBase - offset;
         if (IsRow(from) && IsRow(to)) {
-            moved[static_cast<std::size_t>(to)] = std::move(rows_[static_cast<std::size_t>(from)]);
+            moved[static_cast<std::size_t>(to)].swap(rows_[static_cast<std::size_t>(from)]);
         }
     }
-    rows_ = std::move(moved);
+    rows_.swap(moved);
+}
+
+ParagraphStyleAttributes CaptionMemory::LineStyle() {
+    ParagraphStyleAttributes style;
+    style.SetAnchorID(kAnchorID_Free);
+    style.SetTextAlignment(kTextAlignment_Left);
+    return style;
+}
+
+void CaptionMemory::AppendRow(const Row& row, CaptionTextBuilder& text) {
+    int nextColumn = row.front().first;
+    for (const auto& [column, cell] : row) {
+        std::string utf8;
+        for (; nextColumn < column; ++nextColumn) {
+            utf8 += ' ';
+        }
+        AppendUtf8(utf8, cell.character);
+        text.Append(utf8, cell.attributes);
+        nextColumn = column + 1;
+    }
 }
 
 std::vector<CaptionTextParagraphPtr> CaptionMemory::ToParagraphs() const {
     std::vector<CaptionTextParagraphPtr> paragraphs;
-    ParagraphStyleAttributes style;
-    style.SetAnchorID(kAnchorID_Free);
-    style.SetTextAlignment(kTextAlignment_Left);
+    const ParagraphStyleAttributes style = LineStyle();
+    CaptionTextBuilder builder;
     for (int row = 1; row <= kRows; ++row) {
-        const auto& cells = rows_[static_cast<std::size_t>(row)];
+        const Row& cells = rows_[static_cast<std::size_t>(row)];
         if (cells.empty()) {
             continue;
         }
-        CaptionTextBuilder builder;
-        int nextColumn = cells.begin()->first;
-        for (const auto& [column, cell] : cells) {
-            std::string utf8;
-            for (; nextColumn < column; ++nextColumn) {
-                utf8 += ' ';
-            }
-            AppendUtf8(utf8, cell.character);
-            builder.Append(utf8, cell.attributes);
-            nextColumn = column + 1;
-        }
+        AppendRow(cells, builder);
         CaptionTextParagraphPtr paragraph = builder.TakeParagraphs(style).front();
         paragraph->SetCaptionPosition(
-            Position(Rational(cells.begin()->first, kColumns), Rational(row - 1, kRows)));
+            Position(Rational(cells.front().first, kColumns), Rational(row - 1, kRows)));
         paragraphs.push_back(paragraph);
     }
     return paragraphs;
+}
+
+std::size_t CaptionMemory::AppendLines(CaptionTextBuilder& text) const {
+    std::size_t lines = 0;
+    for (int row = 1; row <= kRows; ++row) {
+        const Row& cells = rows_[static_cast<std::size_t>(row)];
+        if (!cells.empty()) {
+            if (lines++ > 0) {
+                text.BreakLine();
+            }
+            AppendRow(cells, text);
+        }
+    }
+    return lines;
 }
 
 } // namespace captionformats::cea608

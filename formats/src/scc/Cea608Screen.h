@@ -1,9 +1,10 @@
 #pragma once
 
+#include "common/CaptionTextBuilder.h"
 #include "zelcaptioning/CaptionTextParagraph.h"
 
 #include <array>
-#include <map>
+#include <utility>
 #include <vector>
 
 namespace captionformats::cea608 {
@@ -37,9 +38,20 @@ public:
     // 32 × 15 grid at the row's first cell (x = column / 32, y = (row - 1) / 15),
     // free and left-aligned; gaps inside a row become spaces.
     std::vector<zelcaptioning::CaptionTextParagraphPtr> ToParagraphs() const;
+    // The same rows as lines of `text` (which must be empty), for a writer
+    // that takes them without the caption model; returns their count. Each
+    // line's paragraph style is LineStyle().
+    std::size_t AppendLines(CaptionTextBuilder& text) const;
+    static zelcaptioning::ParagraphStyleAttributes LineStyle();
 
 private:
-    std::array<std::map<int, Cell>, kRows + 1> rows_; // index 0 unused
+    // A row's written cells by column, in column order. Rows keep their
+    // storage when erased, so a decoder stops allocating once warmed up.
+    using Row = std::vector<std::pair<int, Cell>>;
+    static Row::iterator CellAt(Row& row, int column);
+    static void AppendRow(const Row& row, CaptionTextBuilder& text);
+
+    std::array<Row, kRows + 1> rows_; // index 0 unused
 };
 
 } // namespace captionformats::cea608

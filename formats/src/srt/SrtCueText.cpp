@@ -12,10 +12,14 @@ using zelcaptioning::TextSpanAttributes;
 
 namespace {
 
+// Tag and attribute names are ASCII: only A to Z change.
 std::string Lowercase(std::string_view text) {
     std::string lower(text);
-    std::transform(lower.begin(), lower.end(), lower.begin(),
-                   [](unsigned char c) { return static_cast<char>(std::tolower(c)); });
+    for (char& c : lower) {
+        if (c >= 'A' && c <= 'Z') {
+            c = static_cast<char>(c - 'A' + 'a');
+        }
+    }
     return lower;
 }
 
@@ -54,15 +58,11 @@ std::optional<std::string_view> AttributeValue(std::string_view attributes, std:
 
 } // namespace
 
-TextSpanAttributes SrtCueText::CurrentAttributes() const {
-    TextSpanAttributes attributes;
-    attributes.SetBolded(boldDepth_ > 0);
-    attributes.SetItalicized(italicDepth_ > 0);
-    attributes.SetUnderlined(underlineDepth_ > 0);
-    if (!colorStack_.empty()) {
-        attributes.textColor = colorStack_.back();
-    }
-    return attributes;
+void SrtCueText::Restyle() {
+    current_.SetBolded(boldDepth_ > 0);
+    current_.SetItalicized(italicDepth_ > 0);
+    current_.SetUnderlined(underlineDepth_ > 0);
+    current_.textColor = colorStack_.empty() ? TextSpanAttributes().textColor : colorStack_.back();
 }
 
 void SrtCueText::ParseLine(std::string_view line, std::uint64_t lineNumber) {
@@ -148,6 +148,7 @@ std::size_t SrtCueText::ParseTag(std::string_view text, std::uint64_t lineNumber
     } else {
         return 0; // words in angle brackets, such as <LAUGHING & WHOOPS!>, are text
     }
+    Restyle();
     return close + 1;
 }
 

@@ -29,7 +29,9 @@ private:
     std::size_t ParseTag(std::string_view text, std::uint64_t lineNumber, std::size_t column);
     std::size_t ParseOverride(std::string_view text, std::uint64_t lineNumber, std::size_t column);
     void ApplyFontTag(std::string_view attributes, std::uint64_t lineNumber, std::size_t column);
-    zelcaptioning::TextSpanAttributes CurrentAttributes() const;
+    // The style the open tags give, recomputed whenever a tag opens or closes.
+    const zelcaptioning::TextSpanAttributes& CurrentAttributes() const { return current_; }
+    void Restyle();
 
     CaptionTextBuilder& builder_;
     DiagnosticLog& log_;
@@ -38,6 +40,7 @@ private:
     int underlineDepth_ = 0;
     std::vector<zelcaptioning::CaptioningColor> colorStack_;
     std::optional<int> keypadPosition_;
+    zelcaptioning::TextSpanAttributes current_;
 };
 
 } // namespace captionformats::srt

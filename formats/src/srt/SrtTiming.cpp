@@ -51,29 +51,32 @@ std::uint64_t ValueOf(std::string_view digits) {
 }
 
 std::variant<zelmediatypes::TickTime, TimingError> ParseTime(TimingScanner& scanner,
-                                                             const char* which) {
-    const std::string what = std::string(which) + " time";
+                                                             std::string_view which) {
+    // Only a failure spells out which time it was.
+    const auto what = [which] {
+        return std::string(which) + " time";
+    };
     const std::string_view hours = scanner.Digits();
     if (hours.empty()) {
-        return TimingError{scanner.Column(), "expected the " + what + " (H:MM:SS,mmm)"};
+        return TimingError{scanner.Column(), "expected the " + what() + " (H:MM:SS,mmm)"};
     }
     if (scanner.Peek() != ':') {
-        return TimingError{scanner.Column(), "expected ':' after the hours of the " + what};
+        return TimingError{scanner.Column(), "expected ':' after the hours of the " + what()};
     }
     scanner.Advance();
     const std::size_t minutesColumn = scanner.Column();
     const std::string_view minutes = scanner.Digits();
     if (minutes.empty() || minutes.size() > 2 || ValueOf(minutes) > 59) {
-        return TimingError{minutesColumn, "minutes of the " + what + " must be 00 to 59"};
+        return TimingError{minutesColumn, "minutes of the " + what() + " must be 00 to 59"};
     }
     if (scanner.Peek() != ':') {
-        return TimingError{scanner.Column(), "expected ':' after the minutes of the " + what};
+        return TimingError{scanner.Column(), "expected ':' after the minutes of the " + what()};
     }
     scanner.Advance();
     const std::size_t secondsColumn = scanner.Column();
     const std::string_view seconds = scanner.Digits();
     if (seconds.empty() || seconds.size() > 2 || ValueOf(seconds) > 59) {
-        return TimingError{secondsColumn, "seconds of the " + what + " must be 00 to 59"};
+        return TimingError{secondsColumn, "seconds of the " + what() + " must be 00 to 59"};
     }
     std::string_view fraction;
     if (scanner.Peek() == ',' || scanner.Peek() == '.' || scanner.Peek() == ':') {
@@ -81,7 +84,7 @@ std::variant<zelmediatypes::TickTime, TimingError> ParseTime(TimingScanner& scan
         const std::size_t fractionColumn = scanner.Column();
         fraction = scanner.Digits();
         if (fraction.empty()) {
-            return TimingError{fractionColumn, "expected the milliseconds of the " + what};
+            return TimingError{fractionColumn, "expected the milliseconds of the " + what()};
         }
     }
     return TimeFromClock(ValueOf(hours), ValueOf(minutes), ValueOf(seconds), fraction);

@@ -5,6 +5,7 @@
 
 #include <cstdint>
 #include <set>
+#include <thread>
 #include <vector>
 
 using zelcore::UTF16String;
@@ -51,4 +52,53 @@ TEST(SmallBlockAllocator, BlocksAreDistinctAlignedAndLargeOnesBypassThePool) {
     std::uint64_t* large = alloc.allocate(1000);
     EXPECT_EQ(SmallBlockPool::GetStats().blocksInUse, before.blocksInUse);
     alloc.deallocate(large, 1000);
+}
+
+// Threads keep free blocks of their own and trade them with the pool: blocks
+// freed on another thread than the one that took them, and blocks of threads
+// that have ended, are accounted for and handed out again, never twice.
+TEST(SmallBlockAllocator, ThreadsShareThePoolWithoutLosingOrDoublingBlocks) {
+    const auto before = SmallBlockPool::GetStats();
+    std::vector<UTF16String> made;
+    std::thread([&made] {
+        for (int i = 0; i < 1000; ++i) {
+            made.emplace_back(40, static_cast<char16_t>(u'a' + i % 26));
+        }
+    }).join();
+    EXPECT_EQ(SmallBlockPool::GetStats().blocksInUse, before.blocksInUse + 1000);
+    made.clear(); // freed here, taken by the ended thread
+    EXPECT_EQ(SmallBlockPool::GetStats().blocksInUse, before.blocksInUse);
+
+    std::vector<std::thread> workers;
+    std::vector<int> corrupted(4, 0);
+    for (int worker = 0; worker < 4; ++worker) {
+        workers.emplace_back([worker, &corrupted] {
+            SmallBlockAllocator<std::uint64_t> alloc;
+            std::vector<std::pair<std::uint64_t*, std::size_t>> live; // a block and its size
+            for (int round = 0; round < 20000; ++round) {
+                if (live.size() < 300 && round % 3 != 2) {
+                    const std::size_t size = 1 + static_cast<std::size_t>(round % 30);
+                    std::uint64_t* block = alloc.allocate(size);
+                    block[0] = static_cast<std::uint64_t>(worker) << 32 | live.size();
+                    block[size - 1] = block[0];
+                    live.emplace_back(block, size);
+                } else if (!live.empty()) {
+                    const auto [block, size] = live.back();
+                    live.pop_back();
+                    const std::uint64_t mark =
+                        static_cast<std::uint64_t>(worker) << 32 | live.size();
+                    corrupted[worker] += block[0] != mark || block[size - 1] != mark;
+                    alloc.deallocate(block, size);
+                }
+            }
+            for (const auto& [block, size] : live) {
+                alloc.deallocate(block, size);
+            }
+        });
+    }
+    for (std::thread& worker : workers) {
+        worker.join();
+    }
+    EXPECT_EQ(corrupted, std::vector<int>(4, 0));
+    EXPECT_EQ(SmallBlockPool::GetStats().blocksInUse, before.blocksInUse);
 }

@@ -1,0 +1,154 @@
+#include "srt/SrtCueWriter.h"
+
+#include "common/ClockText.h"
+#include "common/CssColor.h"
+#include "common/KeypadAnchor.h"
+
+namespace captionformats::srt {
+
+using namespace zelcaptioning;
+
+namespace {
+
+constexpr SpanCapabilities kSrtKeeps{
+    .bold = true, .italic = true, .underline = true, .textColor = true};
+
+// Escapes what the reader would take for markup: '&', '<', '>' and the '{' of
+// an override block.
+void AppendEscaped(std::string& out, std::string_view text) {
+    for (std::size_t i = 0; i < text.size(); ++i) {
+        switch (text[i]) {
+        case '&':
+            out += "&amp;";
+            break;
+        case '<':
+            out += "&lt;";
+            break;
+        case '>':
+            out += "&gt;";
+            break;
+        case '{':
+            out += (i + 1 < text.size() && text[i + 1] == '\\') ? "&#123;" : "{";
+            break;
+        default:
+            out += text[i];
+        }
+    }
+}
+
+bool IsBlank(std::string_view text) {
+    return text.find_first_not_of(" \t") == std::string_view::npos;
+}
+
+} // namespace
+
+void SrtCueWriter::StartCue(zelmediatypes::TickTime begin, zelmediatypes::TickTime end,
+                            CaptionType type, std::size_t index) {
+    index_ = index;
+    begin_ = begin;
+    if (begin < zelmediatypes::kTime_Zero) {
+        Lose("negative time written as zero");
+    }
+    if (type != kCaptionType_Open && type != kCaptionType_None) {
+        Lose("caption type dropped");
+    }
+    out_ += std::to_string(index + 1);
+    out_ += "\r\n";
+    AppendClockMilliseconds(out_, begin, ',');
+    out_ += " --> ";
+    AppendClockMilliseconds(out_, end, ',');
+    out_ += "\r\n";
+}
+
+void SrtCueWriter::Write(const Caption& caption, std::size_t index) {
+    StartCue(caption.GetBeginTime(), caption.GetEndTime(), caption.GetCaptionType(), index);
+    std::string placement;
+    if (caption.GetNumParagraphs() > 0) {
+        const ParagraphStyleAttributes style =
+            caption.GetCaptionTextParagraph(0)->GetParagraphStyleAttributes();
+        for (std::uint64_t i = 1; i < caption.GetNumParagraphs(); ++i) {
+            if (caption.GetCaptionTextParagraph(i)->GetParagraphStyleAttributes() != style) {
+                Lose("per-line placement dropped (the first line's is used)");
+                break;
+            }
+        }
+        placement = PlacementTag(style);
+    }
+    for (std::uint64_t p = 0; p < caption.GetNumParagraphs(); ++p) {
+        const CaptionTextParagraph& paragraph = *caption.GetCaptionTextParagraph(p);
+        if (IsBlank(zelcore::ToUTF8(paragraph.GetText()))) {
+            Lose("empty line dropped");
+            continue;
+        }
+        out_ += placement;
+        placement.clear();
+        for (std::uint64_t s = 0; s < paragraph.GetNumSpans(); ++s) {
+            const CaptionTextSpan& span = *paragraph.GetCaptionTextSpan(s);
+            AppendSpan(span.StyleAttributes(), zelcore::ToUTF8(span.GetCaptionText()));
+        }
+        out_ += "\r\n";
+    }
+    out_ += "\r\n";
+}
+
+void SrtCueWriter::WriteLines(zelmediatypes::TickTime begin, zelmediatypes::TickTime end,
+                              CaptionType type, const ParagraphStyleAttributes& style,
+                              const CaptionTextBuilder& text, std::size_t lineCount,
+                              std::size_t index) {
+    StartCue(begin, end, type, index);
+    std::string placement = lineCount > 0 ? PlacementTag(style) : std::string();
+    for (std::size_t line = 0; line < lineCount; ++line) {
+        const std::span<const CaptionTextBuilder::Run> runs = text.LineRuns(line);
+        bool blank = true;
+        for (const CaptionTextBuilder::Run& run : runs) {
+            blank = blank && IsBlank(run.utf8);
+        }
+        if (blank) {
+            Lose("empty line dropped");
+            continue;
+        }
+        out_ += placement;
+        placement.clear();
+        for (const CaptionTextBuilder::Run& run : runs) {
+            AppendSpan(run.attributes, run.utf8);
+        }
+        out_ += "\r\n";
+    }
+    out_ += "\r\n";
+}
+
+std::string SrtCueWriter::PlacementTag(const ParagraphStyleAttributes& style) {
+    if (!IsGridAnchor(style.GetAnchorID())) {
+        Lose("free position dropped (written bottom centre)");
+        return {};
+    }
+    if (style.GetTextAlignment() != AlignmentOfColumn(style.GetAnchorID())) {
+        Lose("text alignment other than the anchor's side dropped");
+    }
+    const int keypad = KeypadFromAnchor(style.GetAnchorID());
+    return keypad == 2 ? std::string() : "{\\an" + std::to_string(keypad) + "}";
+}
+
+void SrtCueWriter::AppendSpan(const TextSpanAttributes& attributes, std::string_view utf8) {
+    losses_.NoteSpanLosses(attributes, kSrtKeeps, index_, begin_);
+    const bool colored = attributes.textColor != TextSpanAttributes().textColor;
+    std::string closing;
+    if (colored) {
+        out_ += "<font color=\"" + ToHexRgb(attributes.textColor) + "\">";
+        closing = "</font>";
+    }
+    for (const auto& [on, tag] :
+         {std::pair{attributes.IsBolded(), 'b'}, std::pair{attributes.IsItalicized(), 'i'},
+          std::pair{attributes.IsUnderlined(), 'u'}}) {
+        if (on) {
+            out_ += '<';
+            out_ += tag;
+            out_ += '>';
+            closing.insert(0, std::string("</") + tag + '>');
+        }
+    }
+    AppendEscaped(out_, utf8);
+    out_ += closing;
+}
+
+} // namespace captionformats::srt

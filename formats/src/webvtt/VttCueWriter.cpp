@@ -1,0 +1,159 @@
+#include "webvtt/VttCueWriter.h"
+
+#include "common/ClockText.h"
+#include "webvtt/VttColorClasses.h"
+#include "webvtt/VttPlacement.h"
+
+namespace captionformats::webvtt {
+
+using namespace zelcaptioning;
+
+namespace {
+
+// Colours are checked against the colour classes separately.
+constexpr SpanCapabilities kVttKeeps{.bold = true,
+                                     .italic = true,
+                                     .underline = true,
+                                     .textColor = true,
+                                     .textOpacity = true,
+                                     .backgroundColor = true};
+
+void AppendEscaped(std::string& out, std::string_view text) {
+    std::size_t start = 0;
+    for (std::size_t at = 0; at < text.size(); ++at) {
+        const char c = text[at];
+        const char* escape = c == '&' ? "&amp;" : c == '<' ? "&lt;" : c == '>' ? "&gt;" : nullptr;
+        if (escape != nullptr) {
+            out.append(text.substr(start, at - start));
+            out += escape;
+            start = at + 1;
+        }
+    }
+    out.append(text.substr(start));
+}
+
+} // namespace
+
+void VttCueWriter::StartCue(zelmediatypes::TickTime begin, zelmediatypes::TickTime end,
+                            CaptionType type, std::size_t index) {
+    index_ = index;
+    begin_ = begin;
+    if (begin < zelmediatypes::kTime_Zero) {
+        Lose("negative time written as zero");
+    }
+    if (type != kCaptionType_Open && type != kCaptionType_None) {
+        Lose("caption type dropped");
+    }
+    AppendClockMilliseconds(out_, begin, '.');
+    out_ += " --> ";
+    AppendClockMilliseconds(out_, end, '.');
+}
+
+void VttCueWriter::Write(const Caption& caption, std::size_t index) {
+    StartCue(caption.GetBeginTime(), caption.GetEndTime(), caption.GetCaptionType(), index);
+    out_ += Settings(caption) + '\n';
+    for (std::uint64_t p = 0; p < caption.GetNumParagraphs(); ++p) {
+        const CaptionTextParagraph& paragraph = *caption.GetCaptionTextParagraph(p);
+        if (paragraph.GetParagraphTextLength() == 0) {
+            Lose("empty line dropped");
+            continue;
+        }
+        for (std::uint64_t s = 0; s < paragraph.GetNumSpans(); ++s) {
+            const CaptionTextSpan& span = *paragraph.GetCaptionTextSpan(s);
+            AppendSpan(span.StyleAttributes(), zelcore::ToUTF8(span.GetCaptionText()));
+        }
+        out_ += '\n';
+    }
+    out_ += '\n';
+}
+
+void VttCueWriter::WriteOpenCaption(zelmediatypes::TickTime begin, zelmediatypes::TickTime end,
+                                    const ParagraphStyleAttributes& style,
+                                    const CaptionTextBuilder& text, std::size_t lineCount,
+                                    std::size_t index) {
+    StartCue(begin, end, kCaptionType_Open, index);
+    if (lineCount > 0) {
+        out_ += SettingsOf(style, kPosition_Uninitialized);
+    }
+    out_ += '\n';
+    for (std::size_t line = 0; line < lineCount; ++line) {
+        const std::span<const CaptionTextBuilder::Run> runs = text.LineRuns(line);
+        if (runs.empty()) {
+            Lose("empty line dropped");
+            continue;
+        }
+        for (const CaptionTextBuilder::Run& run : runs) {
+            AppendSpan(run.attributes, run.utf8);
+        }
+        out_ += '\n';
+    }
+    out_ += '\n';
+}
+
+std::string VttCueWriter::Settings(const Caption& caption) {
+    if (caption.GetNumParagraphs() == 0) {
+        return {};
+    }
+    const CaptionTextParagraph& first = *caption.GetCaptionTextParagraph(0);
+    const ParagraphStyleAttributes style = first.GetParagraphStyleAttributes();
+    for (std::uint64_t p = 1; p < caption.GetNumParagraphs(); ++p) {
+        const CaptionTextParagraph& paragraph = *caption.GetCaptionTextParagraph(p);
+        if (paragraph.GetParagraphStyleAttributes() != style ||
+            (style.GetAnchorID() == kAnchorID_Free &&
+             paragraph.GetCaptionPosition() != kPosition_Uninitialized)) {
+            Lose("per-line placement dropped (the first line's is used)");
+            break;
+        }
+    }
+    return SettingsOf(style, first.GetCaptionPosition());
+}
+
+std::string VttCueWriter::SettingsOf(const ParagraphStyleAttributes& style,
+                                     const Position& firstLinePosition) {
+    std::vector<std::string> approximations;
+    std::string settings = SettingsOfPlacement(style, firstLinePosition, approximations);
+    for (const std::string& note : approximations) {
+        Lose(note);
+    }
+    return settings;
+}
+
+void VttCueWriter::AppendSpan(const TextSpanAttributes& attributes, std::string_view utf8) {
+    losses_.NoteSpanLosses(attributes, kVttKeeps, index_, begin_);
+    std::string classes;
+    if (attributes.textColor != kCaptioningColor_White) {
+        const std::string_view name = ClassOfColor(attributes.textColor);
+        if (name.empty()) {
+            Lose("text colour other than a WebVTT colour class dropped");
+        } else {
+            classes += '.' + std::string(name);
+        }
+    }
+    if (!attributes.backgroundColor.IsTransparent()) {
+        const std::string_view name = ClassOfColor(attributes.backgroundColor);
+        if (name.empty()) {
+            Lose("background colour other than a WebVTT colour class dropped");
+        } else {
+            classes += ".bg_" + std::string(name);
+        }
+    }
+    std::string closing;
+    if (!classes.empty()) {
+        out_ += "<c" + classes + '>';
+        closing = "</c>";
+    }
+    for (const auto& [on, tag] :
+         {std::pair{attributes.IsBolded(), 'b'}, std::pair{attributes.IsItalicized(), 'i'},
+          std::pair{attributes.IsUnderlined(), 'u'}}) {
+        if (on) {
+            out_ += '<';
+            out_ += tag;
+            out_ += '>';
+            closing.insert(0, std::string("</") + tag + '>');
+        }
+    }
+    AppendEscaped(out_, utf8);
+    out_ += closing;
+}
+
+} // namespace captionformats::webvtt

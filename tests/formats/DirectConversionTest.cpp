@@ -1,0 +1,348 @@
+// A direct conversion must be indistinguishable from reading into captions
+// and writing them: the same bytes, the same warnings and errors, the same
+// caption count. Each case runs both paths on the same input.
+#include "captionformats/DirectConversion.h"
+#include "captionformats/SccWriter.h"
+#include "captionformats/SrtWriter.h"
+
+#include "DiagnosticMessages.h"
+#include "FormatSamples.h"
+#include "RandomCaptions.h"
+
+#include <gtest/gtest.h>
+
+#include <random>
+
+namespace {
+
+using namespace captionformats;
+using namespace zelcaptioning;
+using format_test::Messages;
+
+::testing::AssertionResult SameAsModelPath(CaptionFileFormat from, CaptionFileFormat to,
+                                           std::string_view bytes) {
+    const ReadOptions readOptions{"in"};
+    const WriteOptions writeOptions{"out"};
+    const std::optional<Conversion> direct =
+        ConvertDirectly(from, to, bytes, readOptions, writeOptions);
+    if (!direct) {
+        return ::testing::AssertionFailure() << "no direct conversion";
+    }
+    const ReadResult read = MakeReader(from)->Read(bytes, readOptions);
+    WriteResult written;
+    if (read.Succeeded()) {
+        written = MakeWriter(to)->Write(read.captions, writeOptions);
+    }
+    if (direct->captionCount != read.captions.size()) {
+        return ::testing::AssertionFailure()
+               << direct->captionCount << " captions, the model path " << read.captions.size();
+    }
+    if (direct->read.streamFormat != read.streamFormat) {
+        return ::testing::AssertionFailure() << "stream formats differ";
+    }
+    const std::pair<const char*, std::pair<std::vector<std::string>, std::vector<std::string>>>
+        findings[] = {
+            {"read warnings", {Messages(direct->read.warnings), Messages(read.warnings)}},
+            {"read errors", {Messages(direct->read.errors), Messages(read.errors)}},
+            {"write warnings", {Messages(direct->written.warnings), Messages(written.warnings)}},
+            {"write errors", {Messages(direct->written.errors), Messages(written.errors)}},
+        };
+    for (const auto& [kind, lists] : findings) {
+        if (lists.first != lists.second) {
+            auto failure = ::testing::AssertionFailure() << kind << " differ; direct:";
+            for (const std::string& message : lists.first) {
+                failure << "\n  " << message;
+            }
+            failure << "\nmodel path:";
+            for (const std::string& message : lists.second) {
+                failure << "\n  " << message;
+            }
+            return failure;
+        }
+    }
+    if (direct->written.bytes != written.bytes) {
+        const auto& a = direct->written.bytes;
+        const auto& b = written.bytes;
+        const auto differ = std::mismatch(a.begin(), a.end(), b.begin(), b.end());
+        const auto at = static_cast<std::size_t>(differ.first - a.begin());
+        return ::testing::AssertionFailure()
+               << "bytes differ at " << at << ": direct \"" << a.substr(at, 60)
+               << "\", model path \"" << b.substr(at, 60) << "\"";
+    }
+    return ::testing::AssertionSuccess();
+}
+
+// A SubRip file such as editors and the wild produce: every tag and override
+// we read or drop, references, words in angle brackets, lines of tags alone,
+// cues without text, bad timings, missing numbers, mixed line ends, non-ASCII
+// and invalid bytes. Begin times never decrease.
+std::string RandomSrt(std::mt19937& random, int cues) {
+    static const std::vector<std::string> pieces = {
+        "word",
+        " ",
+        "Ünïcödé ♪",
+        "中文",
+        "\U0001F600",
+        "<i>",
+        "</i>",
+        "<b>",
+        "</b>",
+        "<u>",
+        "</u>",
+        "<I>",
+        "</B>",
+        "<font color=\"#ff0000\">",
+        "<font color=yellow>",
+        "<font color=\"nonsense\">",
+        "<font face=\"Arial\" size=3>",
+        "</font>",
+        "<span>",
+        "</span>",
+        "<c.red>",
+        "<LAUGHING & WHOOPS!>",
+        "{\\an8}",
+        "{\\an1}",
+        "{\\an5}",
+        "{\\pos(1,2)}",
+        "{not an override}",
+        "&amp;",
+        "&lt;tag&gt;",
+        "&#9835;",
+        "&#xD800;",
+        "&bogus;",
+        "&",
+        "<",
+        ">",
+        "{",
+        "\xC3",
+        "\xFF\xFE",
+        std::string("nul\0byte", 8),
+        "\t",
+        "  ",
+    };
+    static const std::vector<std::string> lineEnds = {"\n", "\r\n", "\r"};
+    std::uniform_int_distribution<std::size_t> piece(0, pieces.size() - 1);
+    std::uniform_int_distribution<int> percent(0, 99);
+    auto pick = [&random](const std::vector<std::string>& from) -> const std::string& {
+        return from[std::uniform_int_distribution<std::size_t>(0, from.size() - 1)(random)];
+    };
+    auto clock = [](std::int64_t ms, char separator) {
+        char text[32];
+        std::snprintf(text, sizeof text, "%02lld:%02lld:%02lld%c%03lld",
+                      static_cast<long long>(ms / 3600000), static_cast<long long>(ms / 60000 % 60),
+                      static_cast<long long>(ms / 1000 % 60), separator,
+                      static_cast<long long>(ms % 1000));
+        return std::string(text);
+    };
+    std::string file = percent(random) < 20 ? "\xEF\xBB\xBF" : "";
+    std::int64_t begin = 0;
+    for (int cue = 0; cue < cues; ++cue) {
+        const std::string& end = pick(lineEnds);
+        if (percent(random) < 85) {
+            file += std::to_string(cue + 1) + end;
+        }
+        begin += std::uniform_int_distribution<std::int64_t>(0, 4000)(random);
+        const std::int64_t length = std::uniform_int_distribution<std::int64_t>(-500, 5000)(random);
+        if (percent(random) < 4) {
+            file += clock(begin, ',') + " -> " + clock(begin + length, ',') + end; // bad timing
+        } else {
+            file += clock(begin, percent(random) < 80 ? ',' : '.') + " --> " +
+                    clock(std::max<std::int64_t>(begin + length, 0), ',') +
+                    (percent(random) < 10 ? " X1:10 Y1:20" : "") + end;
+        }
+        const int lines = std::uniform_int_distribution<int>(0, 3)(random);
+        for (int line = 0; line < lines; ++line) {
+            const int count = std::uniform_int_distribution<int>(1, 8)(random);
+            std::string text;
+            for (int k = 0; k < count; ++k) {
+                text += pieces[piece(random)];
+            }
+            if (text.find_first_not_of(" \t") == std::string::npos) {
+                text = "x";
+            }
+            file += text + end;
+        }
+        file += percent(random) < 5 ? "stray text" + end : "";
+        file += end;
+    }
+    return file;
+}
+
+// A byte with odd parity, as CEA-608 sends it.
+int WithParity(int byte) {
+    int ones = 0;
+    for (int bit = 0; bit < 7; ++bit) {
+        ones += (byte >> bit) & 1;
+    }
+    return ones % 2 == 0 ? byte | 0x80 : byte;
+}
+
+// An SCC file of random CEA-608 traffic: text, preambles, mid-row codes,
+// special and extended characters, every display command (pop-on, roll-up,
+// paint-on, text mode, erasures, backspace), doubled controls, channel 2 and
+// field 2 codes, parity errors, bad words and bad time codes. Time codes
+// mostly move forwards.
+std::string RandomScc(std::mt19937& random, int lines) {
+    static const std::vector<int> controls = {
+        0x1420, 0x142F, 0x142C, 0x142E, 0x1425, 0x1426, 0x1427, 0x1429, 0x142D,
+        0x1421, 0x1424, 0x142A, 0x142B, 0x1428, 0x1721, 0x1722, 0x1723, 0x1140,
+        0x1160, 0x1240, 0x1250, 0x1340, 0x1460, 0x1470, 0x1650, 0x1070, 0x1120,
+        0x1121, 0x112E, 0x1124, 0x1137, 0x1130, 0x1220, 0x1232, 0x1320, 0x133F,
+        0x1020, 0x102F, 0x1C20, 0x1C2F, 0x1520, 0x152F, 0x1D20, 0x1127, 0x1000};
+    std::uniform_int_distribution<int> percent(0, 99);
+    std::string file = percent(random) < 90 ? "Scenarist_SCC V1.0\n\n" : "";
+    std::int64_t frame = 30;
+    for (int line = 0; line < lines; ++line) {
+        frame += percent(random) < 5 ? -40 : std::uniform_int_distribution<int>(0, 90)(random);
+        frame = std::max<std::int64_t>(frame, 0);
+        char timecode[32];
+        std::snprintf(timecode, sizeof timecode, "%02d:%02d:%02d%c%02d",
+                      static_cast<int>(frame / 108000), static_cast<int>(frame / 1800 % 60),
+                      static_cast<int>(frame / 30 % 60), percent(random) < 50 ? ';' : ':',
+                      static_cast<int>(frame % 30));
+        file += percent(random) < 2 ? std::string("1:2:3") : std::string(timecode);
+        const int words = std::uniform_int_distribution<int>(1, 24)(random);
+        for (int word = 0; word < words; ++word) {
+            int pair = 0;
+            const int kind = percent(random);
+            if (kind < 45) {
+                pair = std::uniform_int_distribution<int>(0x20, 0x7F)(random) << 8 |
+                       std::uniform_int_distribution<int>(0x20, 0x7F)(random);
+            } else if (kind < 95) {
+                pair = controls[std::uniform_int_distribution<std::size_t>(0, controls.size() -
+                                                                                  1)(random)];
+            }
+            char hex[8];
+            std::snprintf(hex, sizeof hex, "%02x%02x", WithParity(pair >> 8),
+                          percent(random) < 2 ? pair & 0xFF : WithParity(pair & 0xFF));
+            const std::string text = kind >= 98 ? "zz9" : hex;
+            file += (word == 0 ? "\t" : " ") + text;
+            if (kind >= 45 && kind < 95 && percent(random) < 60) {
+                file += " " + text; // controls are usually sent twice
+            }
+        }
+        file += "\n\n";
+    }
+    return file;
+}
+
+TEST(DirectConversion, SccToSrtMatchesTheModelPathOnEverySample) {
+    SKIP_WITHOUT_SAMPLES();
+    int files = 0;
+    for (const auto& folder : test::CaseFolders(test::SamplesDir() / "scc")) {
+        for (const auto& entry : std::filesystem::directory_iterator(folder)) {
+            if (entry.path().extension() == ".scc") {
+                SCOPED_TRACE(entry.path().string());
+                EXPECT_TRUE(SameAsModelPath(CaptionFileFormat::kScc, CaptionFileFormat::kSrt,
+                                            test::ReadBytes(entry.path())));
+                ++files;
+            }
+        }
+    }
+    EXPECT_GE(files, 10);
+}
+
+// Files with time codes that run backwards may leave the direct path; all
+// others must take it and match.
+TEST(DirectConversion, SccToSrtMatchesTheModelPathOnRandomTraffic) {
+    std::mt19937 random(608);
+    int direct = 0;
+    for (int file = 0; file < 300; ++file) {
+        const std::string bytes = RandomScc(random, 1 + file % 30);
+        SCOPED_TRACE("random file " + std::to_string(file) + ":\n" + bytes);
+        if (ConvertDirectly(CaptionFileFormat::kScc, CaptionFileFormat::kSrt, bytes, {"in"},
+                            {"out"})) {
+            ASSERT_TRUE(SameAsModelPath(CaptionFileFormat::kScc, CaptionFileFormat::kSrt, bytes));
+            ++direct;
+        }
+    }
+    EXPECT_GT(direct, 150);
+}
+
+TEST(DirectConversion, SccToSrtMatchesTheModelPathOnWrittenFiles) {
+    test::CaptionCapabilities scc;
+    scc.type = kCaptionType_PopOn;
+    scc.italic = scc.underline = true;
+    scc.textColors = {CaptioningColor(1.0f, 1.0f, 0.0f, 1.0f)};
+    scc.gridAnchors = true;
+    scc.alphabet = U"abcXYZ019 .,-'!?éñ♪";
+    scc.timeStepTicks = zelmediatypes::kTicksPerSecond;
+    std::mt19937 random(21);
+    const auto captions = test::RandomCaptions(random, 200, scc);
+    const std::string bytes = SccWriter().Write(captions, {"in.scc"}).bytes;
+    EXPECT_TRUE(SameAsModelPath(CaptionFileFormat::kScc, CaptionFileFormat::kSrt, bytes));
+    EXPECT_TRUE(SameAsModelPath(CaptionFileFormat::kScc, CaptionFileFormat::kSrt, "not scc\n"));
+}
+
+TEST(DirectConversion, SrtToWebVttMatchesTheModelPathOnEverySample) {
+    SKIP_WITHOUT_SAMPLES();
+    int files = 0;
+    for (const auto& folder : test::CaseFolders(test::SamplesDir() / "srt")) {
+        for (const auto& entry : std::filesystem::directory_iterator(folder)) {
+            if (entry.path().extension() == ".srt") {
+                SCOPED_TRACE(entry.path().string());
+                EXPECT_TRUE(SameAsModelPath(CaptionFileFormat::kSrt, CaptionFileFormat::kWebVtt,
+                                            test::ReadBytes(entry.path())));
+                ++files;
+            }
+        }
+    }
+    EXPECT_GE(files, 6);
+}
+
+TEST(DirectConversion, SrtToWebVttMatchesTheModelPathOnRandomFiles) {
+    std::mt19937 random(77);
+    for (int file = 0; file < 200; ++file) {
+        const std::string bytes = RandomSrt(random, 1 + file % 40);
+        SCOPED_TRACE("random file " + std::to_string(file));
+        ASSERT_TRUE(SameAsModelPath(CaptionFileFormat::kSrt, CaptionFileFormat::kWebVtt, bytes));
+    }
+}
+
+TEST(DirectConversion, SrtToWebVttMatchesTheModelPathOnWrittenFiles) {
+    test::CaptionCapabilities srt;
+    srt.bold = srt.italic = srt.underline = true;
+    srt.textColors = {CaptioningColor(1.0f, 1.0f, 0.0f, 1.0f),
+                      CaptioningColor(0.2f, 0.4f, 0.6f, 1.0f)};
+    srt.gridAnchors = true;
+    srt.maxLines = 3;
+    srt.alphabet = U"abcXYZ019 .,-'!?&<>{}\\#;é♪中\U0001F600";
+    std::mt19937 random(3);
+    const auto captions = test::RandomCaptions(random, 500, srt);
+    const std::string bytes = SrtWriter().Write(captions, {"in.srt"}).bytes;
+    EXPECT_TRUE(SameAsModelPath(CaptionFileFormat::kSrt, CaptionFileFormat::kWebVtt, bytes));
+}
+
+TEST(DirectConversion, FailedReadsMatchTheModelPath) {
+    for (const std::string_view bytes :
+         {std::string_view("no cues here\n"), std::string_view(""), std::string_view("\n \n"),
+          std::string_view("1\n00:00:01,000 --> 00:00:02,000\n")}) {
+        SCOPED_TRACE(std::string(bytes));
+        EXPECT_TRUE(SameAsModelPath(CaptionFileFormat::kSrt, CaptionFileFormat::kWebVtt, bytes));
+    }
+}
+
+// The WebVTT writer orders captions by begin time; a SubRip file out of order
+// is left to the model path, as is every pair without a direct path.
+TEST(DirectConversion, DeclinesWhatItCannotConvertExactly) {
+    const std::string outOfOrder = "1\n00:00:05,000 --> 00:00:06,000\nlate\n\n"
+                                   "2\n00:00:01,000 --> 00:00:02,000\nearly\n";
+    EXPECT_FALSE(ConvertDirectly(CaptionFileFormat::kSrt, CaptionFileFormat::kWebVtt, outOfOrder,
+                                 {"in"}, {"out"}));
+    const std::string sameBegin = "1\n00:00:01,000 --> 00:00:03,000\na\n\n"
+                                  "2\n00:00:01,000 --> 00:00:02,000\nb\n";
+    EXPECT_TRUE(SameAsModelPath(CaptionFileFormat::kSrt, CaptionFileFormat::kWebVtt, sameBegin));
+    EXPECT_FALSE(ConvertDirectly(CaptionFileFormat::kWebVtt, CaptionFileFormat::kSrt,
+                                 "WEBVTT\n\n00:01.000 --> 00:02.000\nx\n", {"in"}, {"out"}));
+    // A pop-on caption shown from 00:00:10 to 00:00:11, then time codes back
+    // at 00:00:01 for the next one.
+    const std::string backwards = "Scenarist_SCC V1.0\n\n"
+                                  "00:00:10:00\t9420 9420 c1c1 942f 942f\n\n"
+                                  "00:00:11:00\t942c 942c\n\n"
+                                  "00:00:01:00\t9420 9420 c2c2 942f 942f\n\n"
+                                  "00:00:02:00\t942c 942c\n";
+    EXPECT_FALSE(ConvertDirectly(CaptionFileFormat::kScc, CaptionFileFormat::kSrt, backwards,
+                                 {"in"}, {"out"}));
+}
+
+} // namespace

@@ -1,5 +1,5 @@
 // Reading and writing 10,000-caption files of each format, and a 100,000-cue
-// SubRip read (the issue asks for at most 50 ms there).
+// SubRip read, far beyond any programme's length, to show that reading scales.
 #include "TypicalFiles.h"
 
 #include "captionformats/CaptionFileFormat.h"

@@ -7,6 +7,7 @@ extern "C" {
 }
 
 #include <algorithm>
+#include <limits>
 #include <new>
 #include <utility>
 
@@ -64,10 +65,15 @@ VF::VideoFrame MediaDecoder::DecodeFrame(zelmediatypes::TickTime time, ML::Frame
         return MakeCurrentFrame(size, VF::FrameAccuracy::kExact);
     }
     if (CanDecodeOnTo(target)) {
-        return DecodeOnTo(target, size, {}, shouldStop);
+        return DecodeOnTo(target, size, shouldStop);
     }
-    SeekBefore(target);
-    return DecodeOnTo(target, size, keyframeSink, shouldStop);
+    SeekToGroupShowing(target, target, shouldStop);
+    const bool keyframeIsTarget =
+        HoldsTarget(*current_, currentTimestamp_, target) || currentTimestamp_ > target;
+    if (keyframeSink && current_->key_frame && !keyframeIsTarget) {
+        keyframeSink(MakeCurrentFrame(size, VF::FrameAccuracy::kKeyframe));
+    }
+    return DecodeOnTo(target, size, shouldStop);
 }
 
 std::vector<VF::VideoFrame> MediaDecoder::DecodeGroupBackward(zelmediatypes::TickTime last,
@@ -75,7 +81,9 @@ std::vector<VF::VideoFrame> MediaDecoder::DecodeGroupBackward(zelmediatypes::Tic
                                                               std::size_t maxFrames,
                                                               ML::FrameSize size,
                                                               const StopCheck& shouldStop) {
-    const std::int64_t groupStart = SeekToGroupShowing(ToStreamTimestamp(last), shouldStop);
+    // Every picture of the group may be wanted: none is skipped while the decoder reads ahead.
+    const std::int64_t groupStart = SeekToGroupShowing(
+        ToStreamTimestamp(last), std::numeric_limits<std::int64_t>::min(), shouldStop);
     std::size_t count = 1;
     while (count < maxFrames &&
            ToStreamTimestamp(last - step * static_cast<std::int64_t>(count)) >= groupStart) {
@@ -90,11 +98,8 @@ std::vector<VF::VideoFrame> MediaDecoder::DecodeGroupBackward(zelmediatypes::Tic
         if (!frames.empty() && currentTimestamp_ > target) {
             // A picture shown for longer than a step: the one before the current is still up.
             frames.push_back(frames.back());
-        } else if (HoldsTarget(*current_, currentTimestamp_, target) ||
-                   currentTimestamp_ > target) {
-            frames.push_back(MakeCurrentFrame(size, VF::FrameAccuracy::kExact));
         } else {
-            frames.push_back(DecodeOnTo(target, size, {}, shouldStop));
+            frames.push_back(DecodeOnTo(target, size, shouldStop));
         }
     }
     std::reverse(frames.begin(), frames.end());
@@ -109,10 +114,15 @@ bool MediaDecoder::HoldsTarget(const AVFrame& picture, std::int64_t timestamp,
 }
 
 VF::VideoFrame MediaDecoder::DecodeOnTo(std::int64_t target, ML::FrameSize size,
-                                        const KeyframeSink& keyframeSink,
                                         const StopCheck& shouldStop) {
     targetTimestamp_ = target;
-    bool atKeyframe = !hasCurrent_;
+    // A target before the first picture gets the first picture.
+    const auto reached = [&] {
+        return HoldsTarget(*current_, currentTimestamp_, target) || currentTimestamp_ > target;
+    };
+    if (hasCurrent_ && reached()) {
+        return MakeCurrentFrame(size, VF::FrameAccuracy::kExact);
+    }
     while (DecodeNextPicture(shouldStop)) {
         const std::int64_t timestamp = DecodedTimestamp();
         if (timestamp > target && hasCurrent_) {
@@ -122,14 +132,9 @@ VF::VideoFrame MediaDecoder::DecodeOnTo(std::int64_t target, ML::FrameSize size,
             return frame;
         }
         KeepDecoded(timestamp);
-        // A target before the first picture gets the first picture.
-        if (HoldsTarget(*current_, timestamp, target) || timestamp > target) {
+        if (reached()) {
             return MakeCurrentFrame(size, VF::FrameAccuracy::kExact);
         }
-        if (atKeyframe && keyframeSink && current_->key_frame) {
-            keyframeSink(MakeCurrentFrame(size, VF::FrameAccuracy::kKeyframe));
-        }
-        atKeyframe = false;
     }
     if (hasCurrent_) {
         return MakeCurrentFrame(size, VF::FrameAccuracy::kExact); // the last picture
@@ -137,7 +142,8 @@ VF::VideoFrame MediaDecoder::DecodeOnTo(std::int64_t target, ML::FrameSize size,
     Fail("holds no picture that can be decoded");
 }
 
-std::int64_t MediaDecoder::SeekToGroupShowing(std::int64_t target, const StopCheck& shouldStop) {
+std::int64_t MediaDecoder::SeekToGroupShowing(std::int64_t target, std::int64_t firstWanted,
+                                              const StopCheck& shouldStop) {
     std::int64_t seekTo = target;
     if (lastGroup_ && target < lastGroup_->firstTimestamp) {
         // A time before the last group decoded: its keyframe comes before that group's.
@@ -146,7 +152,7 @@ std::int64_t MediaDecoder::SeekToGroupShowing(std::int64_t target, const StopChe
     std::int64_t stepBack = std::max<std::int64_t>(frameDurationTimestamp_, 1);
     while (true) {
         SeekBefore(seekTo);
-        targetTimestamp_ = target;
+        targetTimestamp_ = firstWanted;
         if (!DecodeNextPicture(shouldStop)) {
             Fail("holds no picture that can be decoded");
         }

@@ -60,14 +60,15 @@ private:
     zelmediatypes::TickTime ToMediaTime(std::int64_t timestamp) const;
     bool HoldsTarget(const AVFrame& picture, std::int64_t timestamp, std::int64_t target) const;
     bool CanDecodeOnTo(std::int64_t targetTimestamp) const;
-    // Decodes on from where the decoder stands to the picture shown at `target`; the sink,
-    // when given, is handed the keyframe decoding starts from.
-    VF::VideoFrame DecodeOnTo(std::int64_t target, ML::FrameSize size,
-                              const KeyframeSink& keyframeSink, const StopCheck& shouldStop);
+    // Decodes on from where the decoder stands, without seeking, to the picture shown at
+    // `target`; a target before the current picture gets the current picture.
+    VF::VideoFrame DecodeOnTo(std::int64_t target, ML::FrameSize size, const StopCheck& shouldStop);
     void SeekBefore(std::int64_t targetTimestamp);
     // Seeks to a keyframe whose first picture is shown at or before `target` (or to the first
-    // keyframe), decodes that picture into current_ and returns its timestamp.
-    std::int64_t SeekToGroupShowing(std::int64_t target, const StopCheck& shouldStop);
+    // keyframe), decodes that picture into current_ and returns its timestamp. Pictures that
+    // end before firstWanted, and that none refers to, are not decoded on the way.
+    std::int64_t SeekToGroupShowing(std::int64_t target, std::int64_t firstWanted,
+                                    const StopCheck& shouldStop);
     // The timestamp of the picture in decoded_, guessed from the current one when it has none.
     std::int64_t DecodedTimestamp() const;
     // Moves the picture in decoded_ to current_.

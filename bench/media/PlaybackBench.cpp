@@ -172,6 +172,45 @@ void BM_SustainedPlayback(benchmark::State& state) {
     state.counters["worstBeepOffsetMs"] = worstOffsetMs;
 }
 
+// Backwards at normal speed from the middle of the clip for a fixed stretch of wall time: frames
+// shown and dropped, the frames the clock passed that were never decoded at all, and how far
+// the last frame shown trails the clock at the end (a smooth playback shows about 29.97 frames
+// a second and trails by less than a frame).
+void BM_ReversePlayback(benchmark::State& state) {
+    const BE::MasterClipSettings clip = BenchClip();
+    ML::MediaPlayer player{ML::MakeClockedAudioOutput()};
+    const ML::FrameSize size{static_cast<int>(state.range(0)), static_cast<int>(state.range(1))};
+    const auto stretch = std::chrono::seconds(state.range(2));
+    const TickTime from = TickTime::FromSeconds(kClipSeconds / 2);
+    TickTime lastShown = from;
+    TickTime clockAtEnd = from;
+    for (auto _ : state) {
+        player.Play(clip, from, -1, size);
+        while (!player.TakeDueFrame()) {
+            std::this_thread::sleep_for(std::chrono::microseconds(200));
+        }
+        const auto end = std::chrono::steady_clock::now() + stretch;
+        while (std::chrono::steady_clock::now() < end) {
+            if (VF::VideoFrameRef frame = player.TakeDueFrame()) {
+                lastShown = frame->GetTime();
+            }
+            std::this_thread::sleep_for(kPollInterval);
+        }
+        clockAtEnd = player.GetClockTime();
+        player.Stop();
+    }
+    const ML::PlaybackStatistics statistics = player.GetStatistics();
+    const auto frameTicks = static_cast<double>(clip.frameRate.FrameDuration().GetTicks());
+    const double framesPassed = static_cast<double>((from - clockAtEnd).GetTicks()) / frameTicks;
+    state.counters["framesShown"] = static_cast<double>(statistics.framesShown);
+    state.counters["framesDropped"] = static_cast<double>(statistics.framesDropped);
+    state.counters["framesNeverDecoded"] = std::max(
+        0.0, framesPassed - static_cast<double>(statistics.framesShown + statistics.framesDropped));
+    state.counters["trailingMs"] = 1000.0 *
+                                   static_cast<double>((lastShown - clockAtEnd).GetTicks()) /
+                                   zelmediatypes::kTicksPerSecond;
+}
+
 } // namespace
 
 BENCHMARK(BM_StartToFirstFrameWarm)
@@ -186,5 +225,11 @@ BENCHMARK(BM_StartToFirstFrameCold)
     ->Iterations(20)
     ->Unit(benchmark::kMillisecond);
 BENCHMARK(BM_SustainedPlayback)->Args({960, 540})->Iterations(1)->Unit(benchmark::kSecond);
+// Display size and full size, 10 s of wall time each.
+BENCHMARK(BM_ReversePlayback)
+    ->Args({960, 540, 10})
+    ->Args({0, 0, 10})
+    ->Iterations(1)
+    ->Unit(benchmark::kSecond);
 
 BENCHMARK_MAIN();

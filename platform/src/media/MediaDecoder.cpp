@@ -6,6 +6,8 @@ extern "C" {
 #include <libavutil/mathematics.h>
 }
 
+#include <algorithm>
+#include <limits>
 #include <new>
 #include <utility>
 
@@ -59,50 +61,130 @@ VF::VideoFrame MediaDecoder::DecodeFrame(zelmediatypes::TickTime time, ML::Frame
                                          const KeyframeSink& keyframeSink,
                                          const StopCheck& shouldStop) {
     const std::int64_t target = ToStreamTimestamp(time);
-    targetTimestamp_ = target;
-    const auto holdsTarget = [&](const AVFrame& picture, std::int64_t timestamp) {
-        const std::int64_t duration =
-            picture.pkt_duration > 0 ? picture.pkt_duration : frameDurationTimestamp_;
-        return timestamp <= target && target < timestamp + duration;
-    };
-    if (hasCurrent_ && holdsTarget(*current_, currentTimestamp_)) {
+    if (hasCurrent_ && HoldsTarget(*current_, currentTimestamp_, target)) {
         return MakeCurrentFrame(size, VF::FrameAccuracy::kExact);
     }
-    bool atKeyframe = false;
-    if (!CanDecodeOnTo(target)) {
-        SeekBefore(target);
-        atKeyframe = true;
+    if (CanDecodeOnTo(target)) {
+        return DecodeOnTo(target, size, shouldStop);
+    }
+    SeekToGroupShowing(target, target, shouldStop);
+    const bool keyframeIsTarget =
+        HoldsTarget(*current_, currentTimestamp_, target) || currentTimestamp_ > target;
+    if (keyframeSink && current_->key_frame && !keyframeIsTarget) {
+        keyframeSink(MakeCurrentFrame(size, VF::FrameAccuracy::kKeyframe));
+    }
+    return DecodeOnTo(target, size, shouldStop);
+}
+
+std::vector<VF::VideoFrame> MediaDecoder::DecodeGroupBackward(zelmediatypes::TickTime last,
+                                                              zelmediatypes::TickTime step,
+                                                              std::size_t maxFrames,
+                                                              ML::FrameSize size,
+                                                              const StopCheck& shouldStop) {
+    // Every picture of the group may be wanted: none is skipped while the decoder reads ahead.
+    const std::int64_t groupStart = SeekToGroupShowing(
+        ToStreamTimestamp(last), std::numeric_limits<std::int64_t>::min(), shouldStop);
+    std::size_t count = 1;
+    while (count < maxFrames &&
+           ToStreamTimestamp(last - step * static_cast<std::int64_t>(count)) >= groupStart) {
+        ++count;
+    }
+    std::vector<VF::VideoFrame> frames;
+    frames.reserve(count);
+    // Forward through the group, oldest time first; the pictures between the times asked for
+    // are decoded only when others refer to them.
+    for (std::size_t k = count; k-- > 0;) {
+        const std::int64_t target = ToStreamTimestamp(last - step * static_cast<std::int64_t>(k));
+        if (!frames.empty() && currentTimestamp_ > target) {
+            // A picture shown for longer than a step: the one before the current is still up.
+            frames.push_back(frames.back());
+        } else {
+            frames.push_back(DecodeOnTo(target, size, shouldStop));
+        }
+    }
+    std::reverse(frames.begin(), frames.end());
+    return frames;
+}
+
+bool MediaDecoder::HoldsTarget(const AVFrame& picture, std::int64_t timestamp,
+                               std::int64_t target) const {
+    const std::int64_t duration =
+        picture.pkt_duration > 0 ? picture.pkt_duration : frameDurationTimestamp_;
+    return timestamp <= target && target < timestamp + duration;
+}
+
+VF::VideoFrame MediaDecoder::DecodeOnTo(std::int64_t target, ML::FrameSize size,
+                                        const StopCheck& shouldStop) {
+    targetTimestamp_ = target;
+    // A target before the first picture gets the first picture.
+    const auto reached = [&] {
+        return HoldsTarget(*current_, currentTimestamp_, target) || currentTimestamp_ > target;
+    };
+    if (hasCurrent_ && reached()) {
+        return MakeCurrentFrame(size, VF::FrameAccuracy::kExact);
     }
     while (DecodeNextPicture(shouldStop)) {
-        std::int64_t timestamp = decoded_->best_effort_timestamp;
-        if (timestamp == AV_NOPTS_VALUE) {
-            timestamp = hasCurrent_ ? currentTimestamp_ + frameDurationTimestamp_ : startTimestamp_;
-        }
+        const std::int64_t timestamp = DecodedTimestamp();
         if (timestamp > target && hasCurrent_) {
             // A picture past the target: the one before it was shown at the target's time.
             VF::VideoFrame frame = MakeCurrentFrame(size, VF::FrameAccuracy::kExact);
-            av_frame_unref(current_.get());
-            av_frame_move_ref(current_.get(), decoded_.get());
-            currentTimestamp_ = timestamp;
+            KeepDecoded(timestamp);
             return frame;
         }
-        av_frame_unref(current_.get());
-        av_frame_move_ref(current_.get(), decoded_.get());
-        currentTimestamp_ = timestamp;
-        hasCurrent_ = true;
-        // A target before the first picture gets the first picture.
-        if (holdsTarget(*current_, timestamp) || timestamp > target) {
+        KeepDecoded(timestamp);
+        if (reached()) {
             return MakeCurrentFrame(size, VF::FrameAccuracy::kExact);
         }
-        if (atKeyframe && keyframeSink && current_->key_frame) {
-            keyframeSink(MakeCurrentFrame(size, VF::FrameAccuracy::kKeyframe));
-        }
-        atKeyframe = false;
     }
     if (hasCurrent_) {
         return MakeCurrentFrame(size, VF::FrameAccuracy::kExact); // the last picture
     }
     Fail("holds no picture that can be decoded");
+}
+
+std::int64_t MediaDecoder::SeekToGroupShowing(std::int64_t target, std::int64_t firstWanted,
+                                              const StopCheck& shouldStop) {
+    std::int64_t seekTo = target;
+    if (lastGroup_ && target < lastGroup_->firstTimestamp) {
+        // A time before the last group decoded: its keyframe comes before that group's.
+        seekTo = std::min(seekTo, lastGroup_->keyframeDts - 1);
+    }
+    std::int64_t stepBack = std::max<std::int64_t>(frameDurationTimestamp_, 1);
+    while (true) {
+        SeekBefore(seekTo);
+        targetTimestamp_ = firstWanted;
+        if (!DecodeNextPicture(shouldStop)) {
+            Fail("holds no picture that can be decoded");
+        }
+        KeepDecoded(DecodedTimestamp());
+        // A demuxer may seek by decoding time, or land on a keyframe whose group starts after
+        // the target: then the search goes further back, in growing steps.
+        if (currentTimestamp_ <= target || seekTo <= startTimestamp_) {
+            break;
+        }
+        seekTo = std::max(std::min(seekTo, currentTimestamp_) - stepBack, startTimestamp_);
+        stepBack *= 2;
+    }
+    lastGroup_.reset();
+    if (seekLandingDts_ && *seekLandingDts_ != AV_NOPTS_VALUE) {
+        lastGroup_ = GroupStart{*seekLandingDts_, currentTimestamp_};
+    }
+    return currentTimestamp_;
+}
+
+std::int64_t MediaDecoder::DecodedTimestamp() const {
+    const std::int64_t timestamp = decoded_->best_effort_timestamp;
+    if (timestamp != AV_NOPTS_VALUE) {
+        return timestamp;
+    }
+    return hasCurrent_ ? currentTimestamp_ + frameDurationTimestamp_ : startTimestamp_;
+}
+
+void MediaDecoder::KeepDecoded(std::int64_t timestamp) {
+    av_frame_unref(current_.get());
+    av_frame_move_ref(current_.get(), decoded_.get());
+    currentTimestamp_ = timestamp;
+    hasCurrent_ = true;
 }
 
 std::int64_t MediaDecoder::ToStreamTimestamp(zelmediatypes::TickTime time) const {
@@ -145,6 +227,7 @@ void MediaDecoder::SeekBefore(std::int64_t targetTimestamp) {
     avcodec_flush_buffers(codec_.get());
     draining_ = false;
     hasCurrent_ = false;
+    seekLandingDts_.reset();
 }
 
 bool MediaDecoder::DecodeNextPicture(const StopCheck& shouldStop) {
@@ -167,6 +250,9 @@ bool MediaDecoder::DecodeNextPicture(const StopCheck& shouldStop) {
             continue;
         }
         if (packet_->stream_index == streamIndex_) {
+            if (!seekLandingDts_) {
+                seekLandingDts_ = packet_->dts;
+            }
             // A picture that ends before the target and that no other picture refers to is
             // not decoded at all: catching up from a keyframe costs only the reference
             // pictures.

@@ -17,6 +17,9 @@ using zelmediatypes::TickTime;
 
 // Frames decoded ahead of the clock: enough to ride out a slow group of pictures.
 constexpr std::size_t kQueuedFrameLimit = 6;
+// Playing a file backwards, the frames of a group of pictures are decoded forward and held to be
+// shown in reverse: this many bytes at most for the group being decoded and the queued one.
+constexpr std::size_t kBackwardBudgetBytes = std::size_t{256} << 20;
 // Silence is written in pieces of this many sample frames.
 constexpr std::size_t kSilenceFrames = 1024;
 // The audio thread's pause when the output's buffer is full.
@@ -45,7 +48,8 @@ PlaybackRun::PlaybackRun(const BE::MasterClipSettings& clip, TickTime from, doub
     , size_(size)
     , output_(output)
     , stepTicks_(StepTicks(clip, speed))
-    , decoder_(decoderSlot) {
+    , decoder_(decoderSlot)
+    , queueLimit_(kQueuedFrameLimit) {
     video_ = std::thread([this] { RunVideo(); });
     if (output_) {
         audio_ = std::thread([this] { RunAudio(); });
@@ -119,13 +123,15 @@ ML::PlaybackStatistics PlaybackRun::GetStatistics() const {
     return statistics_;
 }
 
-bool PlaybackRun::Push(QueuedFrame frame) {
+bool PlaybackRun::Push(VF::VideoFrame frame) {
     std::unique_lock lock(mutex_);
-    changed_.wait(lock, [this] { return stopping_ || frames_.size() < kQueuedFrameLimit; });
+    changed_.wait(lock, [this] { return stopping_ || frames_.size() < queueLimit_; });
     if (stopping_) {
         return false;
     }
-    frames_.push_back(std::move(frame));
+    frames_.push_back(
+        {nextIndex_ * stepTicks_, std::make_shared<const VF::VideoFrame>(std::move(frame))});
+    ++nextIndex_;
     if (!started_) {
         started_ = true;
         startedAt_ = std::chrono::steady_clock::now();
@@ -135,43 +141,37 @@ bool PlaybackRun::Push(QueuedFrame frame) {
     return true;
 }
 
+TickTime PlaybackRun::NextFrameTime() const {
+    return from_ + TickTime(direction_ * nextIndex_ * stepTicks_);
+}
+
+bool PlaybackRun::IsPastClip(TickTime time) const {
+    return time < zelmediatypes::kTime_Zero ||
+           (clip_.duration > zelmediatypes::kTime_Zero && time >= clip_.duration);
+}
+
+MediaDecoder& PlaybackRun::OpenDecoder() {
+    if (!decoder_ || decoder_->GetPath() != clip_.media.filePathUtf8) {
+        decoder_.reset();
+        // Two decoder threads: playback is the one job of this thread.
+        decoder_ = std::make_shared<MediaDecoder>(clip_.media.filePathUtf8, 2);
+    }
+    return *decoder_;
+}
+
 void PlaybackRun::RunVideo() {
-    const TickTime frameDuration = clip_.frameRate.FrameDuration();
-    for (std::int64_t index = 0;; ++index) {
-        const TickTime time = from_ + TickTime(direction_ * index * stepTicks_);
-        const bool outside = time < zelmediatypes::kTime_Zero ||
-                             (clip_.duration > zelmediatypes::kTime_Zero && time >= clip_.duration);
-        if (stopping_ || (outside && index > 0)) {
-            break;
+    try {
+        if (direction_ < 0 && clip_.media.kind == BE::MediaSource::Kind::kFile) {
+            DecodeBackwardByGroups();
+        } else {
+            MakeFramesOneByOne();
         }
-        VF::VideoFrame frame(0, 0);
-        try {
-            if (clip_.media.kind == BE::MediaSource::Kind::kGeneratedTestSource) {
-                frame = TestSourceRenderer::Render(time, clip_.frameRate, size_.widthPx,
-                                                   size_.heightPx);
-            } else {
-                if (!decoder_ || decoder_->GetPath() != clip_.media.filePathUtf8) {
-                    decoder_.reset();
-                    // Two decoder threads: playback is the one job of this thread.
-                    decoder_ = std::make_shared<MediaDecoder>(clip_.media.filePathUtf8, 2);
-                }
-                // The middle of the frame: coarse media timestamps can start a frame late.
-                frame = decoder_->DecodeFrame(time + TickTime(frameDuration.GetTicks() / 2), size_,
-                                              {}, [this] { return stopping_.load(); });
-            }
-        } catch (const DecodeCancelled&) {
-            break;
-        } catch (const std::exception& error) {
-            // MediaError, or a size the test source refuses: shown as an error frame. The
-            // decoder is not kept: the file may be mended before the next run.
-            decoder_.reset();
-            Push({index * stepTicks_,
-                  std::make_shared<const VF::VideoFrame>(VF::VideoFrame::MakeError(error.what()))});
-            break;
-        }
-        if (!Push({index * stepTicks_, std::make_shared<const VF::VideoFrame>(std::move(frame))})) {
-            break;
-        }
+    } catch (const DecodeCancelled&) {
+    } catch (const std::exception& error) {
+        // MediaError, or a size the test source refuses: shown as an error frame. The decoder
+        // is not kept: the file may be mended before the next run.
+        decoder_.reset();
+        Push(VF::VideoFrame::MakeError(error.what()));
     }
     {
         std::lock_guard lock(mutex_);
@@ -182,6 +182,54 @@ void PlaybackRun::RunVideo() {
         }
     }
     changed_.notify_all();
+}
+
+void PlaybackRun::MakeFramesOneByOne() {
+    const TickTime frameDuration = clip_.frameRate.FrameDuration();
+    while (!stopping_) {
+        const TickTime time = NextFrameTime();
+        if (IsPastClip(time) && nextIndex_ > 0) {
+            return;
+        }
+        VF::VideoFrame frame(0, 0);
+        if (clip_.media.kind == BE::MediaSource::Kind::kGeneratedTestSource) {
+            frame =
+                TestSourceRenderer::Render(time, clip_.frameRate, size_.widthPx, size_.heightPx);
+        } else {
+            // The middle of the frame: coarse media timestamps can start a frame late.
+            frame = OpenDecoder().DecodeFrame(time + TickTime(frameDuration.GetTicks() / 2), size_,
+                                              {}, [this] { return stopping_.load(); });
+        }
+        if (!Push(std::move(frame))) {
+            return;
+        }
+    }
+}
+
+void PlaybackRun::DecodeBackwardByGroups() {
+    MediaDecoder& decoder = OpenDecoder();
+    const ML::FrameSize size = size_.IsMediaSize() ? decoder.GetPictureSize() : size_;
+    const std::size_t frameBytes =
+        static_cast<std::size_t>(std::max(size.widthPx, 1)) * std::max(size.heightPx, 1) * 4;
+    // The queue holds one group while the next is decoded: each gets half of the budget.
+    const std::size_t groupLimit = std::max<std::size_t>(1, kBackwardBudgetBytes / 2 / frameBytes);
+    queueLimit_ = groupLimit;
+    const TickTime halfFrame(clip_.frameRate.FrameDuration().GetTicks() / 2);
+    while (!stopping_) {
+        const TickTime last = NextFrameTime();
+        if (IsPastClip(last) && nextIndex_ > 0) {
+            return;
+        }
+        const auto framesToStart = static_cast<std::size_t>(last.GetTicks() / stepTicks_ + 1);
+        std::vector<VF::VideoFrame> group = decoder.DecodeGroupBackward(
+            last + halfFrame, TickTime(stepTicks_), std::min(groupLimit, framesToStart), size_,
+            [this] { return stopping_.load(); });
+        for (VF::VideoFrame& frame : group) {
+            if (!Push(std::move(frame))) {
+                return;
+            }
+        }
+    }
 }
 
 void PlaybackRun::RunAudio() {

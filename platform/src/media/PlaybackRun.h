@@ -51,9 +51,17 @@ private:
     // How far the clock has run from `from`, in media ticks; 0 until the first frame is ready.
     std::int64_t ClockDistanceTicks() const;
     void RunVideo();
+    // Draws or decodes each frame on its own: forward, and the generated source both ways.
+    void MakeFramesOneByOne();
+    // A file backwards: each group of pictures decoded forward once, its frames queued newest
+    // first, the next group decoded while the queued one is shown.
+    void DecodeBackwardByGroups();
     void RunAudio();
-    // False when the run is stopping.
-    bool Push(QueuedFrame frame);
+    MediaDecoder& OpenDecoder();
+    zelmediatypes::TickTime NextFrameTime() const;
+    bool IsPastClip(zelmediatypes::TickTime time) const;
+    // Queues the frame of the next index, waiting for room. False when the run is stopping.
+    bool Push(VF::VideoFrame frame);
 
     const BE::MasterClipSettings clip_;
     const zelmediatypes::TickTime from_;
@@ -64,6 +72,9 @@ private:
     const ML::AudioFormat format_;
     const std::int64_t stepTicks_; // between the media times of queued frames
     std::shared_ptr<MediaDecoder>& decoder_;
+    // Only the video thread uses these two.
+    std::int64_t nextIndex_ = 0; // of the next frame queued, counted along the direction of play
+    std::size_t queueLimit_;
 
     mutable std::mutex mutex_;
     std::condition_variable changed_;

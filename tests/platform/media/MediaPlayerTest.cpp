@@ -173,6 +173,39 @@ TEST_F(MediaPlayerTest, OtherSpeedsRunSilentlyByTheSystemClockBothWays) {
     EXPECT_EQ(player.GetSpeed(), 0);
 }
 
+TEST_F(MediaPlayerTest, PlaysAFileBackwardsFrameByFrameAcrossGroupsOfPictures) {
+    // Keyframes every 6 frames, stored ahead of the B-frames shown before them.
+    const std::string path = folder_->PathOf("short-groups.mp4");
+    ClipSpec spec;
+    spec.frameCount = 30;
+    spec.keyframeIntervalFrames = 6;
+    spec.maxBFrames = 2;
+    WriteClip(path, spec, PaintFrameIndex);
+    const BE::MasterClipSettings clip =
+        FileClip(path, 320, 180, zelmediatypes::kFrameRate_25, TickTime(30 * kTicksPerFrame));
+
+    // From the middle of a group, through three keyframes, to the first frame.
+    player.Play(clip, TickTime(20 * kTicksPerFrame), -1, {160, 90});
+    std::vector<int> shown;
+    while (shown.empty() || shown.back() > 0) {
+        const VF::VideoFrameRef frame = TakeFrameWhere(player, [](auto&) { return true; });
+        ASSERT_TRUE(frame) << "after frame " << (shown.empty() ? -1 : shown.back());
+        const int index = ReadFrameIndex(*frame);
+        EXPECT_EQ(frame->GetTime(), TickTime(index * kTicksPerFrame));
+        EXPECT_EQ(frame->GetWidthPx(), 160);
+        if (!shown.empty()) {
+            EXPECT_LT(index, shown.back());
+        }
+        shown.push_back(index);
+    }
+    EXPECT_EQ(shown.front(), 20);
+    // Every frame was decoded and queued in its turn: shown, or dropped when it came late.
+    const ML::PlaybackStatistics statistics = player.GetStatistics();
+    EXPECT_EQ(statistics.framesShown, shown.size());
+    EXPECT_EQ(statistics.framesShown + statistics.framesDropped, 21U);
+    EXPECT_EQ(output->GetOpenCount(), 0);
+}
+
 TEST_F(MediaPlayerTest, AGeneratedSourcePlaysSilenceAtItsFrameRate) {
     const BE::MasterClipSettings clip =
         GeneratedClip(160, 90, zelmediatypes::kFrameRate_25, TickTime::FromSeconds(10));

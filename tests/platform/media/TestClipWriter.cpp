@@ -150,7 +150,7 @@ void WriteClip(const std::string& pathUtf8, const ClipSpec& spec, const FramePai
     encoder->time_base = {spec.frameRateDenominator, spec.frameRateNumerator};
     encoder->framerate = {spec.frameRateNumerator, spec.frameRateDenominator};
     encoder->gop_size = spec.keyframeIntervalFrames;
-    encoder->max_b_frames = 0;
+    encoder->max_b_frames = spec.maxBFrames;
     encoder->flags |= AV_CODEC_FLAG_QSCALE;
     encoder->global_quality = FF_QP2LAMBDA * spec.quantiser;
     if (muxer.format->oformat->flags & AVFMT_GLOBALHEADER) {

@@ -16,6 +16,9 @@ struct ClipSpec {
     int frameCount = 75;
     // Every this many frames a keyframe; the encoder adds none of its own.
     int keyframeIntervalFrames = 12;
+    // B-frames between reference pictures. With them the file stores pictures in decoding
+    // order, and a keyframe's decoding time comes before the time it is shown.
+    int maxBFrames = 0;
     // MPEG-4 Part 2 quantiser, 2 (best) to 31.
     int quantiser = 3;
     // With a sample rate, a mono 16-bit PCM sound track (the file must then be a .mov): silence

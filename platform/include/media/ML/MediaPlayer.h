@@ -24,10 +24,13 @@ struct PlaybackStatistics {
 };
 
 // Plays one clip in real time. Video is decoded (or, for a generated test source, drawn) on a
-// worker thread a few frames ahead; at normal forward speed the sound is decoded and resampled
-// on another and written to the audio output, whose played count is the master clock (a
-// generated source, or a file without sound, plays silence). At other speeds the system clock
-// runs the playback and nothing is heard. The clock starts once the first frame is ready.
+// worker thread a few frames ahead; backwards, a file is decoded a group of pictures at a time
+// from its keyframe, and the group's frames (at most 256 MiB of them with the group queued
+// before) are handed out newest first while the group before is decoded. At normal forward speed
+// the sound is decoded and resampled on another and written to the audio output, whose played count
+// is the master clock (a generated source, or a file without sound, plays silence). At other speeds
+// the system clock runs the playback and nothing is heard. The clock starts once the first frame is
+// ready.
 //
 // The UI thread owns the player: it calls every function, and polls TakeDueFrame often (a few
 // milliseconds apart) to show the frame the clock has reached. The UI never waits for a

@@ -278,10 +278,9 @@ zelcaptioning::CaptionTextParagraphPtr ParagraphFromJson(const JsonReader& reade
     if (const auto member = reader.FindMember("measuredSize")) {
         ReadMeasuredSize(*member, *paragraph);
     }
-    const JsonReader spans = reader.Member("spans");
-    for (std::size_t i = 0, count = spans.ArraySize(); i < count; ++i) {
-        paragraph->AppendCaptionTextSpan(SpanFromJson(spans.Element(i)));
-    }
+    reader.Member("spans").ForEachElement([&](const JsonReader& span, std::size_t) {
+        paragraph->AppendCaptionTextSpan(SpanFromJson(span));
+    });
     return paragraph;
 }
 
@@ -299,10 +298,9 @@ zelcaptioning::CaptionPtr CaptionFromJson(const JsonReader& reader) {
     if (const auto member = reader.FindMember("type")) {
         caption->SetCaptionType(ReadNamed(*member, &CaptionTypeNamed));
     }
-    const JsonReader paragraphs = reader.Member("paragraphs");
-    for (std::size_t i = 0, count = paragraphs.ArraySize(); i < count; ++i) {
-        caption->AppendCaptionTextParagraph(ParagraphFromJson(paragraphs.Element(i)));
-    }
+    reader.Member("paragraphs").ForEachElement([&](const JsonReader& paragraph, std::size_t) {
+        caption->AppendCaptionTextParagraph(ParagraphFromJson(paragraph));
+    });
     return caption;
 }
 

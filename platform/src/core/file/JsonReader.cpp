@@ -51,7 +51,7 @@ JsonTree JsonTree::Parse(std::string_view text, std::optional<JsonSyntaxError>& 
 
 std::string JsonReader::GetPath() const {
     if (!parent_) {
-        return rootPath_;
+        return std::string(rootPath_);
     }
     std::string path = parent_->GetPath();
     if (!key_) {
@@ -73,18 +73,25 @@ JsonReader JsonReader::Member(const char* key) const {
 }
 
 std::optional<JsonReader> JsonReader::FindMember(const char* key) const {
+    const std::string_view wanted(key);
+    std::optional<simdjson::dom::element> found;
+    for (const simdjson::dom::key_value_pair member : Object()) {
+        if (member.key == wanted) {
+            found = member.value;
+        }
+    }
+    if (!found) {
+        return std::nullopt;
+    }
+    return JsonReader(*found, this, key, 0);
+}
+
+simdjson::dom::object JsonReader::Object() const {
     simdjson::dom::object object;
     if (value_.get_object().get(object)) {
         Fail("expected an object");
     }
-    const std::string_view wanted(key);
-    std::optional<JsonReader> found;
-    for (const simdjson::dom::key_value_pair member : object) {
-        if (member.key == wanted) {
-            found = JsonReader(member.value, this, key, 0);
-        }
-    }
-    return found;
+    return object;
 }
 
 simdjson::dom::array JsonReader::Array() const {
@@ -126,11 +133,6 @@ std::string_view JsonReader::StringView() const {
 
 std::string JsonReader::String() const {
     return std::string(StringView());
-}
-
-QString JsonReader::QtString() const {
-    const std::string_view string = StringView();
-    return QString::fromUtf8(string.data(), static_cast<qsizetype>(string.size()));
 }
 
 bool JsonReader::Bool() const {

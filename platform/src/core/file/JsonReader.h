@@ -2,8 +2,6 @@
 
 #include "JsonSyntax.h"
 
-#include <QString>
-
 #include <cstddef>
 #include <cstdint>
 #include <memory>
@@ -57,10 +55,10 @@ private:
 class JsonReader {
 public:
     // The reader of the tree's top-level value; path names that value (empty
-    // for the top level). The tree must outlive the reader.
-    JsonReader(const JsonTree& tree, std::string path)
+    // for the top level). The tree and the path's text must outlive the reader.
+    JsonReader(const JsonTree& tree, std::string_view path)
         : value_(tree.Root())
-        , rootPath_(std::move(path)) {}
+        , rootPath_(path) {}
 
     std::string GetPath() const;
     bool IsNull() const { return value_.is_null(); }
@@ -70,6 +68,15 @@ public:
     JsonReader Member(const char* key) const;
     // A member that may be left out; nothing when it is.
     std::optional<JsonReader> FindMember(const char* key) const;
+    // Calls visit(key, member) for each member of an object in turn: one
+    // pass for an object with many optional members. A repeated key is
+    // visited each time, so the last one counts.
+    template <typename Visit> void ForEachMember(const Visit& visit) const {
+        for (const simdjson::dom::key_value_pair member : Object()) {
+            // The tree ends each key with a zero byte.
+            visit(member.key, JsonReader(member.value, this, member.key.data(), 0));
+        }
+    }
     std::size_t ArraySize() const;
     // One element, found by walking the array: for small arrays of a known
     // size. index must be below ArraySize.
@@ -84,8 +91,8 @@ public:
     }
 
     std::string String() const;
-    // The same string without a conversion to UTF-8.
-    QString QtString() const;
+    // The same string where the tree holds it.
+    std::string_view StringView() const;
     bool Bool() const;
     // A JSON number that is a whole number within the range.
     std::int64_t Integer(std::int64_t min, std::int64_t max) const;
@@ -107,15 +114,15 @@ private:
         , key_(key)
         , index_(index) {}
 
+    simdjson::dom::object Object() const;
     simdjson::dom::array Array() const;
-    std::string_view StringView() const;
     double Number() const;
 
     simdjson::dom::element value_;
     const JsonReader* parent_ = nullptr; // null for the top-level reader
     const char* key_ = nullptr;          // the member's key; null for an array element
     std::size_t index_ = 0;              // the element's index in its array
-    std::string rootPath_;               // the top-level reader's path
+    std::string_view rootPath_;          // the top-level reader's path
 };
 
 } // namespace platform::core

@@ -3,10 +3,12 @@
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
+#include <QLockFile>
 #include <QString>
 
 namespace host {
 
+ProjectJournal::ProjectJournal() = default;
 ProjectJournal::~ProjectJournal() = default;
 
 std::string ProjectJournal::GetPath() const {
@@ -53,9 +55,14 @@ void ProjectJournal::Start(const KSL::InterfaceRef<BE::IProject>& project,
     Adopt(std::move(journal), error);
 }
 
+void ProjectJournal::Drop() {
+    journal_.reset();
+    untitledLock_.reset();
+}
+
 void ProjectJournal::Open(const KSL::InterfaceRef<BE::IProject>& project,
                           const std::string& pathUtf8, const std::string& fileDigest) {
-    journal_.reset();
+    Drop();
     if (policy_) {
         Attach(project, pathUtf8, BE::JournalPathFor(pathUtf8), fileDigest);
     }
@@ -64,12 +71,21 @@ void ProjectJournal::Open(const KSL::InterfaceRef<BE::IProject>& project,
 // An untitled project's changes start from an empty project, which the
 // journal names by an empty digest.
 void ProjectJournal::OpenUntitled(const KSL::InterfaceRef<BE::IProject>& project) {
-    journal_.reset();
+    Drop();
     if (!policy_ || policy_->untitledJournalPath.empty()) {
         return;
     }
     const QString journalPath = QString::fromStdString(policy_->untitledJournalPath);
     QDir().mkpath(QFileInfo(journalPath).absolutePath());
+    // A lock left by a run that died is stale, and taken over.
+    auto lock = std::make_unique<QLockFile>(journalPath + QStringLiteral(".lock"));
+    if (!lock->tryLock(0)) {
+        Report("the untitled project's journal " + policy_->untitledJournalPath +
+               " is in use by another run of Corvala: this project's changes are not "
+               "journalled until it is saved");
+        return;
+    }
+    untitledLock_ = std::move(lock);
     Attach(project, std::string(), policy_->untitledJournalPath, std::string());
 }
 
@@ -139,6 +155,7 @@ void ProjectJournal::Saved(const KSL::InterfaceRef<BE::IProject>& project,
     if (journal_) {
         journal_->Remove();
     }
+    untitledLock_.reset();
     Start(project, journalPath, fileDigest);
 }
 
@@ -146,7 +163,7 @@ void ProjectJournal::Close(bool projectClean) {
     if (journal_ && projectClean) {
         journal_->Remove();
     }
-    journal_.reset();
+    Drop();
 }
 
 } // namespace host

@@ -9,6 +9,8 @@
 #include <memory>
 #include <string>
 
+class QLockFile;
+
 namespace host {
 
 // What to do with the changes a journal holds when its project is opened.
@@ -45,6 +47,7 @@ struct JournalPolicy {
 // changes keeps it for the next open (or the next new project) to offer.
 class ProjectJournal {
 public:
+    ProjectJournal();
     ~ProjectJournal();
 
     // Nothing is journalled until a policy is set.
@@ -56,7 +59,8 @@ public:
     // always set aside), then the project's changes are recorded.
     void Open(const KSL::InterfaceRef<BE::IProject>& project, const std::string& pathUtf8,
               const std::string& fileDigest);
-    // The same for a new, empty project, with the untitled journal.
+    // The same for a new, empty project, with the untitled journal, which
+    // one run at a time uses: while another has it, the project keeps none.
     void OpenUntitled(const KSL::InterfaceRef<BE::IProject>& project);
     // The project was saved to the path with that content.
     void Saved(const KSL::InterfaceRef<BE::IProject>& project, const std::string& pathUtf8,
@@ -80,8 +84,13 @@ private:
     void Start(const KSL::InterfaceRef<BE::IProject>& project, const std::string& journalPath,
                const std::string& fileDigest);
 
+    // Drops the journal, and the untitled journal's lock with it.
+    void Drop();
+
     std::optional<JournalPolicy> policy_;
     std::unique_ptr<BE::EditJournal> journal_;
+    // Held while this run uses the untitled journal.
+    std::unique_ptr<QLockFile> untitledLock_;
 };
 
 } // namespace host

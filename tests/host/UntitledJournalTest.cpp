@@ -148,6 +148,24 @@ TEST_F(UntitledJournalTest, ARunWithoutAWindowAsksNothingAndLeavesTheJournal) {
     EXPECT_EQ(after.readAll(), before);
 }
 
+TEST_F(UntitledJournalTest, AnUntitledJournalInUseIsLeftToTheRunUsingIt) {
+    auto first = Document(RecoveryRequest::kDiscard);
+    first->NewProject();
+    first->GetProject()->AddBin(u"Mine", BE::UndoMode::kAsUndoStep);
+    auto second = Document(RecoveryRequest::kRecover);
+    second->NewProject();
+    EXPECT_TRUE(second->GetJournalPath().empty());
+    EXPECT_EQ(second->GetProject()->GetBinCount(), 0u);
+    ASSERT_EQ(problems_.size(), 1u);
+    EXPECT_THAT(problems_[0], HasSubstr("in use by another run"));
+    first->GetProject()->AddBin(u"Also mine", BE::UndoMode::kAsUndoStep);
+    EXPECT_EQ(RecordsIn(untitled_), 2u);
+    // Saved, the first lets it go, and the next new project takes it.
+    ASSERT_FALSE(first->SaveAs(temp_.PathOf("first.json")));
+    second->NewProject();
+    EXPECT_EQ(second->GetJournalPath(), untitled_);
+}
+
 TEST_F(UntitledJournalTest, CorvalaKeepsItInItsDataFolderAndTheCommandLineDecides) {
     const QString dataHome = QString::fromStdString(temp_.PathOf("home-data"));
     const std::string journal = dataHome.toStdString() + "/corvala/untitled.journal";

@@ -108,6 +108,8 @@ int OpenStartProject(HostWindow& window, const LaunchOptions& options) {
     std::string path;
     switch (options.projectSource) {
     case LaunchOptions::ProjectSource::kNewProject:
+        // Journalled from the start, recovering an untitled journal left behind.
+        window.GetDocument().NewProject();
         return kExit_Success;
     case LaunchOptions::ProjectSource::kDemoProject:
         path = DemoProjectPath();

@@ -35,7 +35,9 @@ bool ProjectDocument::IsModified() const {
 
 void ProjectDocument::NewProject() {
     journal_.Close(!IsModified());
-    Replace(BE::CreateProject(), {});
+    KSL::InterfaceRef<BE::IProject> project = BE::CreateProject();
+    journal_.OpenUntitled(project);
+    Replace(std::move(project), {});
 }
 
 std::optional<BE::ProjectFileError> ProjectDocument::Open(const std::string& pathUtf8) {

@@ -46,6 +46,8 @@ public:
     // Whether the project changed since it was created, opened or saved.
     bool IsModified() const;
 
+    // A new, empty project, journalled as the untitled project: the policy
+    // is offered the untitled journal's changes first.
     void NewProject();
     // On failure the open project stays as it was.
     std::optional<BE::ProjectFileError> Open(const std::string& pathUtf8);

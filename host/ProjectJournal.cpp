@@ -1,10 +1,14 @@
 #include "ProjectJournal.h"
 
+#include <QDir>
 #include <QFile>
+#include <QFileInfo>
+#include <QLockFile>
 #include <QString>
 
 namespace host {
 
+ProjectJournal::ProjectJournal() = default;
 ProjectJournal::~ProjectJournal() = default;
 
 std::string ProjectJournal::GetPath() const {
@@ -23,22 +27,72 @@ void ProjectJournal::SetAside(const std::string& journalPath, const std::string&
                         : "; it could not be renamed and stays as " + journalPath));
 }
 
+void ProjectJournal::TellStopped(const std::string& journalPath, const std::string& reason) const {
+    if (policy_ && policy_->tellStopped) {
+        policy_->tellStopped(journalPath, reason);
+    } else {
+        Report("the edit journal " + journalPath + " stopped recording: " + reason +
+               "; the work since the last save is not protected until the project is saved");
+    }
+}
+
+void ProjectJournal::Adopt(std::unique_ptr<BE::EditJournal> journal, const std::string& error) {
+    journal_ = std::move(journal);
+    if (!journal_) {
+        Report("changes to this project are not journalled: " + error);
+        return;
+    }
+    journal_->SetStopHandler([this, path = journal_->GetPath()](const std::string& reason) {
+        TellStopped(path, reason);
+    });
+}
+
 void ProjectJournal::Start(const KSL::InterfaceRef<BE::IProject>& project,
                            const std::string& journalPath, const std::string& fileDigest) {
     std::string error;
-    journal_ = BE::EditJournal::Start(project, journalPath, fileDigest, error);
-    if (!journal_) {
-        Report("changes to this project are not journalled: " + error);
-    }
+    std::unique_ptr<BE::EditJournal> journal =
+        BE::EditJournal::Start(project, journalPath, fileDigest, error);
+    Adopt(std::move(journal), error);
+}
+
+void ProjectJournal::Drop() {
+    journal_.reset();
+    untitledLock_.reset();
 }
 
 void ProjectJournal::Open(const KSL::InterfaceRef<BE::IProject>& project,
                           const std::string& pathUtf8, const std::string& fileDigest) {
-    journal_.reset();
-    if (!policy_) {
+    Drop();
+    if (policy_) {
+        Attach(project, pathUtf8, BE::JournalPathFor(pathUtf8), fileDigest);
+    }
+}
+
+// An untitled project's changes start from an empty project, which the
+// journal names by an empty digest.
+void ProjectJournal::OpenUntitled(const KSL::InterfaceRef<BE::IProject>& project) {
+    Drop();
+    if (!policy_ || policy_->untitledJournalPath.empty()) {
         return;
     }
-    const std::string journalPath = BE::JournalPathFor(pathUtf8);
+    const QString journalPath = QString::fromStdString(policy_->untitledJournalPath);
+    QDir().mkpath(QFileInfo(journalPath).absolutePath());
+    // A lock left by a run that died is stale, and taken over.
+    auto lock = std::make_unique<QLockFile>(journalPath + QStringLiteral(".lock"));
+    if (!lock->tryLock(0)) {
+        Report("the untitled project's journal " + policy_->untitledJournalPath +
+               " is in use by another run of Corvala: this project's changes are not "
+               "journalled until it is saved");
+        return;
+    }
+    untitledLock_ = std::move(lock);
+    Attach(project, std::string(), policy_->untitledJournalPath, std::string());
+}
+
+void ProjectJournal::Attach(const KSL::InterfaceRef<BE::IProject>& project,
+                            const std::string& pathUtf8, const std::string& journalPath,
+                            const std::string& fileDigest) {
+    const std::string name = pathUtf8.empty() ? std::string("the untitled project") : pathUtf8;
     if (!QFile::exists(QString::fromStdString(journalPath))) {
         if (policy_->journalNewChanges) {
             Start(project, journalPath, fileDigest);
@@ -70,23 +124,21 @@ void ProjectJournal::Open(const KSL::InterfaceRef<BE::IProject>& project,
         return;
     }
     if (choice == RecoveryChoice::kDiscard) {
-        SetAside(journalPath, "the unsaved changes of " + pathUtf8 + " were not recovered");
+        SetAside(journalPath, "the unsaved changes of " + name + " were not recovered");
         Start(project, journalPath, fileDigest);
         return;
     }
     const BE::ReplayResult replayed = BE::ReplayJournal(project, journal);
     if (journal.problem) {
-        Report("recovering " + pathUtf8 + ": " + *journal.problem);
+        Report("recovering " + name + ": " + *journal.problem);
     }
     if (replayed.problem) {
-        Report("recovering " + pathUtf8 + " stopped at " + *replayed.problem);
+        Report("recovering " + name + " stopped at " + *replayed.problem);
     }
     std::string error;
-    journal_ =
+    std::unique_ptr<BE::EditJournal> continued =
         BE::EditJournal::Continue(project, journalPath, journal, replayed.appliedRecords, error);
-    if (!journal_) {
-        Report("changes to this project are not journalled: " + error);
-    }
+    Adopt(std::move(continued), error);
 }
 
 void ProjectJournal::Saved(const KSL::InterfaceRef<BE::IProject>& project,
@@ -95,13 +147,15 @@ void ProjectJournal::Saved(const KSL::InterfaceRef<BE::IProject>& project,
         return;
     }
     const std::string journalPath = BE::JournalPathFor(pathUtf8);
-    if (journal_ && journal_->GetPath() == journalPath) {
+    // A journal that stopped recording is started again rather than restarted.
+    if (journal_ && journal_->GetPath() == journalPath && !journal_->GetProblem()) {
         journal_->Restart(fileDigest);
         return;
     }
     if (journal_) {
         journal_->Remove();
     }
+    untitledLock_.reset();
     Start(project, journalPath, fileDigest);
 }
 
@@ -109,7 +163,7 @@ void ProjectJournal::Close(bool projectClean) {
     if (journal_ && projectClean) {
         journal_->Remove();
     }
-    journal_.reset();
+    Drop();
 }
 
 } // namespace host

@@ -9,6 +9,8 @@
 #include <memory>
 #include <string>
 
+class QLockFile;
+
 namespace host {
 
 // What to do with the changes a journal holds when its project is opened.
@@ -19,7 +21,7 @@ enum class RecoveryChoice {
 };
 
 struct RecoveryOffer {
-    std::string projectPath;     // UTF-8
+    std::string projectPath;     // UTF-8; empty for a project never saved
     std::size_t changeCount = 0; // the journal's intact records
 };
 
@@ -27,17 +29,25 @@ struct JournalPolicy {
     std::function<RecoveryChoice(const RecoveryOffer&)> choose;
     // Hears what was wrong with a journal and where a set-aside one went.
     std::function<void(const std::string&)> reportProblem;
+    // Tells the person, once, that the journal stopped recording and why:
+    // the work since the last save is unprotected until the next save, which
+    // starts a journal again. Without it, reportProblem hears of it.
+    std::function<void(const std::string& journalPath, const std::string& reason)> tellStopped;
     // False keeps no journal for a project that has none (a run that shows
     // nothing and changes nothing).
     bool journalNewChanges = true;
+    // Where the journal of a project never saved lives (UTF-8); empty for none.
+    std::string untitledJournalPath;
 };
 
 // The edit journal of the project a ProjectDocument has open. A project that
 // has a file is journalled beside it from the moment it is opened until it is
-// closed; a clean close deletes the journal, a close with unsaved changes
-// keeps it for the next open to offer.
+// closed; a new project, never saved, in the policy's untitled journal until
+// it is saved. A clean close deletes the journal, a close with unsaved
+// changes keeps it for the next open (or the next new project) to offer.
 class ProjectJournal {
 public:
+    ProjectJournal();
     ~ProjectJournal();
 
     // Nothing is journalled until a policy is set.
@@ -49,6 +59,9 @@ public:
     // always set aside), then the project's changes are recorded.
     void Open(const KSL::InterfaceRef<BE::IProject>& project, const std::string& pathUtf8,
               const std::string& fileDigest);
+    // The same for a new, empty project, with the untitled journal, which
+    // one run at a time uses: while another has it, the project keeps none.
+    void OpenUntitled(const KSL::InterfaceRef<BE::IProject>& project);
     // The project was saved to the path with that content.
     void Saved(const KSL::InterfaceRef<BE::IProject>& project, const std::string& pathUtf8,
                const std::string& fileDigest);
@@ -59,13 +72,25 @@ public:
     std::string GetPath() const;
 
 private:
+    // Open's work for the journal at journalPath; pathUtf8 is empty for an
+    // untitled project.
+    void Attach(const KSL::InterfaceRef<BE::IProject>& project, const std::string& pathUtf8,
+                const std::string& journalPath, const std::string& fileDigest);
     void Report(const std::string& problem) const;
+    // Arms the journal just made, or reports why there is none.
+    void Adopt(std::unique_ptr<BE::EditJournal> journal, const std::string& error);
+    void TellStopped(const std::string& journalPath, const std::string& reason) const;
     void SetAside(const std::string& journalPath, const std::string& why) const;
     void Start(const KSL::InterfaceRef<BE::IProject>& project, const std::string& journalPath,
                const std::string& fileDigest);
 
+    // Drops the journal, and the untitled journal's lock with it.
+    void Drop();
+
     std::optional<JournalPolicy> policy_;
     std::unique_ptr<BE::EditJournal> journal_;
+    // Held while this run uses the untitled journal.
+    std::unique_ptr<QLockFile> untitledLock_;
 };
 
 } // namespace host

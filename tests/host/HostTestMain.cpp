@@ -23,6 +23,9 @@ int main(int argc, char** argv) {
     testing::InitGoogleTest(&argc, argv);
     const QTemporaryDir settingsFolder;
     host_test::UseSettingsFolder(settingsFolder.path().toStdString());
+    // The untitled project's journal, under the data folder, is never the user's.
+    const QTemporaryDir dataFolder;
+    qputenv("XDG_DATA_HOME", dataFolder.path().toLocal8Bit());
     ML::FrameService::Start();
     int result = 0;
     {

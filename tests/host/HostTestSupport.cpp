@@ -259,6 +259,9 @@ ProcessResult RunCorvala(const QStringList& arguments,
     // The host's settings go to a folder of the tests', never the user's.
     static const QTemporaryDir configFolder;
     variables.insert(QStringLiteral("XDG_CONFIG_HOME"), configFolder.path());
+    // So does the untitled project's journal; a test may choose its own folder.
+    static const QTemporaryDir dataFolder;
+    variables.insert(QStringLiteral("XDG_DATA_HOME"), dataFolder.path());
     for (const auto& [name, value] : environment) {
         variables.insert(name, value);
     }

@@ -6,9 +6,13 @@
 #include "ModelTestSupport.h"
 #include "zelcaptioning/StreamFormat.h"
 
+#include <QCoreApplication>
+#include <QDir>
 #include <QFile>
+#include <QFileInfo>
 #include <QTemporaryDir>
 
+#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 #include <functional>
@@ -288,5 +292,58 @@ TEST_F(EditJournalTest, SetAsideKeepsTheJournalUnderADatedName) {
     EXPECT_EQ(aside->rfind(path_ + ".set-aside-20", 0), 0u) << *aside;
     EXPECT_EQ(ReadBytes(*aside), bytes);
 }
+
+} // namespace
+
+namespace {
+
+// A journal whose file is gone or replaced still takes writes; the next flush
+// finds out, stops the journal and tells the handler once, from the event
+// loop rather than from inside the change that wrote.
+struct LostFileCase {
+    const char* name;
+    std::function<void(const QString& path)> lose;
+    const char* reason;
+};
+
+class EditJournalLostFileTest : public EditJournalTest,
+                                public ::testing::WithParamInterface<LostFileCase> {};
+
+TEST_P(EditJournalLostFileTest, TheNextFlushStopsTheJournalAndTellsOnce) {
+    Record();
+    std::vector<std::string> reasons;
+    journal_->SetStopHandler([&reasons](const std::string& reason) { reasons.push_back(reason); });
+    GetParam().lose(QString::fromStdString(path_));
+    project_->GetUndoHistory().Undo();
+    journal_->Flush();
+    ASSERT_TRUE(journal_->GetProblem());
+    EXPECT_THAT(*journal_->GetProblem(), testing::HasSubstr(path_));
+    EXPECT_TRUE(reasons.empty()) << "told from inside the change";
+    project_->GetUndoHistory().Undo();
+    journal_->Flush();
+    QCoreApplication::processEvents();
+    EXPECT_EQ(reasons, std::vector<std::string>{GetParam().reason});
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Losses, EditJournalLostFileTest,
+    ::testing::Values(LostFileCase{"FolderRemoved",
+                                   [](const QString& path) {
+                                       QFileInfo(path).dir().removeRecursively();
+                                   },
+                                   "the file or its folder was deleted"},
+                      LostFileCase{"FileReplacedByAFolder",
+                                   [](const QString& path) {
+                                       QFile::remove(path);
+                                       QDir().mkpath(path);
+                                   },
+                                   "the file or its folder was deleted"},
+                      LostFileCase{"FileReplacedByAnother",
+                                   [](const QString& path) {
+                                       QFile::rename(path, path + ".old");
+                                       QFile::copy(path + ".old", path);
+                                   },
+                                   "the file was replaced"}),
+    [](const auto& test) { return std::string(test.param.name); });
 
 } // namespace

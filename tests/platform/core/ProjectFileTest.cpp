@@ -330,6 +330,25 @@ TEST(ProjectFileTest, SyntaxErrorsNameLineAndColumn) {
                                       std::to_string(column) + ": unterminated object");
 }
 
+// A text may hold a UTF-16 unit that is half a pair only: the file writes it
+// as an escape, and opening reads it as U+FFFD, a state that then saves alike.
+TEST(ProjectFileTest, UnpairedSurrogatesOpenAsReplacementsAndHugeWholeNumbersFailInPlace) {
+    const std::string file = Replaced(SmallFile(), "\"text\":\"first\"", "\"text\":\"a\\ud800b\"");
+    const KSL::InterfaceRef<BE::IProject> opened = Parsed(file);
+    ASSERT_TRUE(opened);
+    const std::string saved = Serialized(opened);
+    EXPECT_NE(saved.find("\"text\":\"a\xEF\xBF\xBD"
+                         "b\""),
+              std::string::npos);
+    EXPECT_EQ(Serialized(Parsed(saved)), saved);
+    // The whole number is wrong: the place is just past it, on the version's line.
+    const std::size_t versionLine =
+        1 + static_cast<std::size_t>(
+                std::count(file.begin(), file.begin() + file.find("\"version\""), '\n'));
+    EXPECT_EQ(ErrorOf(Replaced(file, "\"version\": 2", "\"version\": 99999999999999999999")),
+              "line " + std::to_string(versionLine) + ", column 36: whole number beyond 64 bits");
+}
+
 TEST(ProjectFileTest, WrongValuesNameTheirMemberPath) {
     const std::string file = SmallFile();
     const std::string caption1 = "bins[0].clips[0].streams[0].captions[1]";

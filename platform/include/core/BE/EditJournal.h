@@ -4,6 +4,7 @@
 #include "KSL/InterfaceRef.h"
 
 #include <cstdint>
+#include <functional>
 #include <memory>
 #include <optional>
 #include <string>
@@ -67,7 +68,8 @@ std::optional<std::string> SetJournalAside(const std::string& journalPathUtf8);
 // Records every change of one project into its journal file. Writing happens
 // before a change is announced; the file is flushed to the disk (fsync) at
 // most kFlushDelayMs after a write, so a burst of keystrokes costs one flush.
-// A write that fails stops the journal (GetProblem says why); the project
+// A write that fails stops the journal (GetProblem says why), and so does a
+// flush that finds the file deleted (or its folder) or replaced; the project
 // goes on working.
 class EditJournal {
 public:
@@ -96,6 +98,9 @@ public:
     void Remove();
     // Flushes what is written to the disk now.
     void Flush();
+    // Hears once, from the event loop and never from inside a change, why
+    // the journal stopped recording.
+    void SetStopHandler(std::function<void(const std::string& reason)> handler);
 
     const std::string& GetPath() const;
     const std::optional<std::string>& GetProblem() const;

@@ -6,6 +6,8 @@
 #include "JsonText.h"
 
 #include <cmath>
+#include <optional>
+#include <string_view>
 
 namespace platform::core {
 namespace {
@@ -204,40 +206,40 @@ CaptioningColor ColorFromJson(const JsonReader& reader) {
                            reader.Element(2).Float(), reader.Element(3).Float());
 }
 
+// One pass over the members, as a span has many that are mostly left out.
 zelcaptioning::CaptionTextSpanPtr SpanFromJson(const JsonReader& reader) {
     TextSpanAttributes a;
-    if (const auto member = reader.FindMember("fontName")) {
-        a.SetFontName(ReadText(*member));
-    }
-    if (const auto member = reader.FindMember("fontSize")) {
-        a.SetFontSize(member->Float());
-    }
-    if (const auto member = reader.FindMember("bold")) {
-        a.SetBolded(member->Bool());
-    }
-    if (const auto member = reader.FindMember("italic")) {
-        a.SetItalicized(member->Bool());
-    }
-    if (const auto member = reader.FindMember("underline")) {
-        a.SetUnderlined(member->Bool());
-    }
-    if (const auto member = reader.FindMember("textEdge")) {
-        a.SetTextEdge(ReadNamed(*member, &TextEdgeNamed));
-    }
-    if (const auto member = reader.FindMember("edgeWidth")) {
-        a.edgeWidth = member->Float();
-    }
-    if (const auto member = reader.FindMember("textColor")) {
-        a.textColor = ColorFromJson(*member);
-    }
-    if (const auto member = reader.FindMember("backgroundColor")) {
-        a.backgroundColor = ColorFromJson(*member);
-    }
-    if (const auto member = reader.FindMember("edgeColor")) {
-        a.edgeColor = ColorFromJson(*member);
+    std::optional<zelcore::UTF16String> text;
+    reader.ForEachMember([&](std::string_view key, const JsonReader& member) {
+        if (key == "text") {
+            text = ReadText(member);
+        } else if (key == "fontName") {
+            a.SetFontName(ReadText(member));
+        } else if (key == "fontSize") {
+            a.SetFontSize(member.Float());
+        } else if (key == "bold") {
+            a.SetBolded(member.Bool());
+        } else if (key == "italic") {
+            a.SetItalicized(member.Bool());
+        } else if (key == "underline") {
+            a.SetUnderlined(member.Bool());
+        } else if (key == "textEdge") {
+            a.SetTextEdge(ReadNamed(member, &TextEdgeNamed));
+        } else if (key == "edgeWidth") {
+            a.edgeWidth = member.Float();
+        } else if (key == "textColor") {
+            a.textColor = ColorFromJson(member);
+        } else if (key == "backgroundColor") {
+            a.backgroundColor = ColorFromJson(member);
+        } else if (key == "edgeColor") {
+            a.edgeColor = ColorFromJson(member);
+        }
+    });
+    if (!text) {
+        reader.Member("text"); // fails, naming the missing member
     }
     return zelcaptioning::CaptionTextSpanPtr(
-        new zelcaptioning::CaptionTextSpan(ReadText(reader.Member("text")), a));
+        new zelcaptioning::CaptionTextSpan(std::move(*text), a));
 }
 
 // Version 1 files write null for a line never placed.
@@ -278,10 +280,9 @@ zelcaptioning::CaptionTextParagraphPtr ParagraphFromJson(const JsonReader& reade
     if (const auto member = reader.FindMember("measuredSize")) {
         ReadMeasuredSize(*member, *paragraph);
     }
-    const JsonReader spans = reader.Member("spans");
-    for (std::size_t i = 0, count = spans.ArraySize(); i < count; ++i) {
-        paragraph->AppendCaptionTextSpan(SpanFromJson(spans.Element(i)));
-    }
+    reader.Member("spans").ForEachElement([&](const JsonReader& span, std::size_t) {
+        paragraph->AppendCaptionTextSpan(SpanFromJson(span));
+    });
     return paragraph;
 }
 
@@ -299,10 +300,9 @@ zelcaptioning::CaptionPtr CaptionFromJson(const JsonReader& reader) {
     if (const auto member = reader.FindMember("type")) {
         caption->SetCaptionType(ReadNamed(*member, &CaptionTypeNamed));
     }
-    const JsonReader paragraphs = reader.Member("paragraphs");
-    for (std::size_t i = 0, count = paragraphs.ArraySize(); i < count; ++i) {
-        caption->AppendCaptionTextParagraph(ParagraphFromJson(paragraphs.Element(i)));
-    }
+    reader.Member("paragraphs").ForEachElement([&](const JsonReader& paragraph, std::size_t) {
+        caption->AppendCaptionTextParagraph(ParagraphFromJson(paragraph));
+    });
     return caption;
 }
 

@@ -1,72 +1,36 @@
 #pragma once
 
-#include <QString>
+#include "JsonSyntax.h"
 
 #include <cstddef>
 #include <cstdint>
+#include <memory>
 #include <optional>
 #include <stdexcept>
 #include <string>
 #include <string_view>
-#include <vector>
 
 #include <boost/rational.hpp>
+#include <simdjson.h>
 
 namespace platform::core {
 
-// Where a text stops being JSON: the byte offset just past the character at
-// which it went wrong (the text's end when it ended too early), and why.
-struct JsonSyntaxError {
-    std::size_t offset;
-    std::string problem;
-};
-
-// A JSON text (RFC 8259, UTF-8) parsed into a flat table of values. Strings
-// stay in the text and are decoded only when read, so parsing a large project
-// file allocates a few vectors rather than an object per value: for the
-// benchmark's file of 100,000 captions QJsonDocument spent about 24,000
-// instructions a caption, this parser under 7,000. The text must outlive the
-// tree.
+// A JSON text (RFC 8259, UTF-8) parsed by simdjson into its tape, which holds
+// the values and the strings decoded; the text need not outlive the tree.
+// Beyond simdjson's rules the tree takes what FindJsonSyntaxError takes: a \u
+// escape of an unpaired surrogate stands for U+FFFD.
 class JsonTree {
 public:
-    enum class Kind : std::uint8_t { kNull, kBool, kNumber, kString, kArray, kObject };
-    using NodeIndex = std::uint32_t;
-
-    // A tree, or the syntax error; texts of 4 GB and more are refused.
+    // A tree, or the syntax error with the place FindJsonSyntaxError finds
+    // for it; texts of 4 GB and more are refused.
     static JsonTree Parse(std::string_view text, std::optional<JsonSyntaxError>& error);
 
-    NodeIndex Root() const { return 0; }
-    Kind KindOf(NodeIndex node) const { return nodes_[node].kind; }
-    bool BoolOf(NodeIndex node) const { return nodes_[node].flag; }
-    double NumberOf(NodeIndex node) const { return nodes_[node].number; }
-    // A string's value in UTF-8, its escapes decoded.
-    std::string StringOf(NodeIndex node) const;
-    bool StringEquals(NodeIndex node, std::string_view value) const;
-
-    // Members of an object, elements of an array.
-    std::size_t SizeOf(NodeIndex node) const { return nodes_[node].count; }
-    NodeIndex ElementOf(NodeIndex array, std::size_t index) const;
-    // The value of the object's member of that key (the last one when the key
-    // repeats), or nothing.
-    std::optional<NodeIndex> MemberOf(NodeIndex object, std::string_view key) const;
+    simdjson::dom::element Root() const { return root_; }
 
 private:
-    friend class JsonParser;
-
-    struct Node {
-        Kind kind = Kind::kNull;
-        bool flag = false;        // a boolean's value; for a string, that it has escapes
-        std::uint32_t count = 0;  // a container's members or elements
-        std::uint32_t first = 0;  // a container's first entry in children_; a string's offset
-        std::uint32_t length = 0; // a string's length in the text, without its quotes
-        double number = 0;
-    };
-
-    std::string_view text_;
-    std::vector<Node> nodes_;
-    // For each container, its entries side by side: an array's element nodes,
-    // an object's key and value nodes in turn.
-    std::vector<NodeIndex> children_;
+    // Owns the tape root_ points into; on the heap so that moves keep it.
+    std::unique_ptr<simdjson::dom::parser> parser_;
+    simdjson::dom::element root_;
 };
 
 // A wrong value in a project file: where (a member path) and what is wrong.
@@ -91,26 +55,44 @@ private:
 class JsonReader {
 public:
     // The reader of the tree's top-level value; path names that value (empty
-    // for the top level). The tree must outlive the reader.
-    JsonReader(const JsonTree& tree, std::string path)
-        : tree_(&tree)
-        , node_(tree.Root())
-        , rootPath_(std::move(path)) {}
+    // for the top level). The tree and the path's text must outlive the reader.
+    JsonReader(const JsonTree& tree, std::string_view path)
+        : value_(tree.Root())
+        , rootPath_(path) {}
 
     std::string GetPath() const;
-    bool IsNull() const { return tree_->KindOf(node_) == JsonTree::Kind::kNull; }
+    bool IsNull() const { return value_.is_null(); }
 
-    // A member of an object; a missing member is an error.
+    // A member of an object; a missing member is an error. When the key
+    // repeats, the last member of that key counts.
     JsonReader Member(const char* key) const;
     // A member that may be left out; nothing when it is.
     std::optional<JsonReader> FindMember(const char* key) const;
-    // The elements of an array; index must be below ArraySize.
+    // Calls visit(key, member) for each member of an object in turn: one
+    // pass for an object with many optional members. A repeated key is
+    // visited each time, so the last one counts.
+    template <typename Visit> void ForEachMember(const Visit& visit) const {
+        for (const simdjson::dom::key_value_pair member : Object()) {
+            // The tree ends each key with a zero byte.
+            visit(member.key, JsonReader(member.value, this, member.key.data(), 0));
+        }
+    }
     std::size_t ArraySize() const;
+    // One element, found by walking the array: for small arrays of a known
+    // size. index must be below ArraySize.
     JsonReader Element(std::size_t index) const;
+    // Calls visit(element, index) for each element of an array in turn.
+    template <typename Visit> void ForEachElement(const Visit& visit) const {
+        std::size_t index = 0;
+        for (const simdjson::dom::element element : Array()) {
+            visit(JsonReader(element, this, nullptr, index), index);
+            ++index;
+        }
+    }
 
     std::string String() const;
-    // The same string without a conversion to UTF-8.
-    QString QtString() const;
+    // The same string where the tree holds it.
+    std::string_view StringView() const;
     bool Bool() const;
     // A JSON number that is a whole number within the range.
     std::int64_t Integer(std::int64_t min, std::int64_t max) const;
@@ -125,22 +107,22 @@ public:
     [[noreturn]] void Fail(const std::string& problem) const;
 
 private:
-    JsonReader(JsonTree::NodeIndex node, const JsonReader* parent, const char* key,
+    JsonReader(simdjson::dom::element value, const JsonReader* parent, const char* key,
                std::size_t index)
-        : tree_(parent->tree_)
-        , node_(node)
+        : value_(value)
         , parent_(parent)
         , key_(key)
         , index_(index) {}
 
-    void Expect(JsonTree::Kind kind, const char* expected) const;
+    simdjson::dom::object Object() const;
+    simdjson::dom::array Array() const;
+    double Number() const;
 
-    const JsonTree* tree_;
-    JsonTree::NodeIndex node_;
+    simdjson::dom::element value_;
     const JsonReader* parent_ = nullptr; // null for the top-level reader
     const char* key_ = nullptr;          // the member's key; null for an array element
     std::size_t index_ = 0;              // the element's index in its array
-    std::string rootPath_;               // the top-level reader's path
+    std::string_view rootPath_;          // the top-level reader's path
 };
 
 } // namespace platform::core

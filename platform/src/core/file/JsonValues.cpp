@@ -10,11 +10,6 @@ QString ToQString(const zelcore::UTF16String& text) {
     return QString::fromUtf16(text.data(), static_cast<qsizetype>(text.size()));
 }
 
-zelcore::UTF16String ToUTF16String(const QString& text) {
-    return zelcore::UTF16String(reinterpret_cast<const char16_t*>(text.utf16()),
-                                static_cast<std::size_t>(text.size()));
-}
-
 QJsonValue FloatToJson(float value, const std::string& path) {
     if (!std::isfinite(value)) {
         throw JsonValueError(path, "a project file holds only finite numbers");
@@ -30,7 +25,7 @@ QJsonValue CountToJson(std::uint64_t value, const std::string& path) {
 }
 
 zelcore::UTF16String ReadText(const JsonReader& reader) {
-    return ToUTF16String(reader.QtString());
+    return zelcore::ToUTF16(reader.StringView());
 }
 
 } // namespace platform::core

@@ -18,7 +18,6 @@ namespace platform::core {
 // path, for a model value that a project file cannot hold.
 
 QString ToQString(const zelcore::UTF16String& text);
-zelcore::UTF16String ToUTF16String(const QString& text);
 
 // A float in its shortest decimal form; throws for infinities and NaN.
 QJsonValue FloatToJson(float value, const std::string& path);

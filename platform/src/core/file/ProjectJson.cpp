@@ -199,43 +199,36 @@ private:
 KSL::InterfaceRef<CaptioningStream> StreamFromJson(const JsonReader& reader) {
     KSL::InterfaceRef<CaptioningStream> stream(
         new CaptioningStream(ReadNamed(reader.Member("format"), &StreamFormatNamed)));
-    const JsonReader captions = reader.Member("captions");
-    for (std::size_t i = 0, count = captions.ArraySize(); i < count; ++i) {
-        const JsonReader captionReader = captions.Element(i);
+    reader.Member("captions").ForEachElement([&](const JsonReader& captionReader, std::size_t i) {
         zelcaptioning::CaptionPtr caption = CaptionFromJson(captionReader);
         if (i > 0 && caption->GetBeginTime() < stream->GetEntries().back().beginTime) {
             captionReader.Member("begin").Fail("begins before the caption before it");
         }
         stream->Insert(std::move(caption), stream->NextArrival());
-    }
+    });
     return stream;
 }
 
 KSL::InterfaceRef<MasterClip> ClipFromJson(const JsonReader& reader) {
     KSL::InterfaceRef<MasterClip> clip(new MasterClip(ReadClipSettings(reader)));
-    const JsonReader streams = reader.Member("streams");
-    for (std::size_t i = 0, count = streams.ArraySize(); i < count; ++i) {
-        const JsonReader streamReader = streams.Element(i);
+    reader.Member("streams").ForEachElement([&](const JsonReader& streamReader, std::size_t) {
         KSL::InterfaceRef<CaptioningStream> stream = StreamFromJson(streamReader);
         if (clip->FindCaptioningStream(stream->GetStreamFormat())) {
             streamReader.Member("format").Fail("the clip has a stream of this format already");
         }
         clip->AttachStream(std::move(stream));
-    }
+    });
     return clip;
 }
 
 KSL::InterfaceRef<Bin> BinFromJson(const JsonReader& reader) {
     KSL::InterfaceRef<Bin> bin(new Bin(ReadText(reader.Member("name"))));
-    const JsonReader clips = reader.Member("clips");
-    for (std::size_t i = 0, count = clips.ArraySize(); i < count; ++i) {
-        bin->InsertClip(i, ClipFromJson(clips.Element(i)));
-    }
-    const JsonReader sequences = reader.Member("sequences");
-    for (std::size_t i = 0, count = sequences.ArraySize(); i < count; ++i) {
-        bin->InsertSequence(i, KSL::InterfaceRef<Sequence>(
-                                   new Sequence(ReadSequenceSettings(sequences.Element(i)))));
-    }
+    reader.Member("clips").ForEachElement(
+        [&](const JsonReader& clip, std::size_t i) { bin->InsertClip(i, ClipFromJson(clip)); });
+    reader.Member("sequences").ForEachElement([&](const JsonReader& sequence, std::size_t i) {
+        bin->InsertSequence(
+            i, KSL::InterfaceRef<Sequence>(new Sequence(ReadSequenceSettings(sequence))));
+    });
     return bin;
 }
 
@@ -256,10 +249,8 @@ KSL::InterfaceRef<Project> ProjectFromJson(const JsonReader& root) {
                                     std::to_string(kProjectFormatVersion) + ")");
     }
     KSL::InterfaceRef<Project> project(new Project);
-    const JsonReader bins = root.Member("bins");
-    for (std::size_t i = 0, count = bins.ArraySize(); i < count; ++i) {
-        project->InsertBin(i, BinFromJson(bins.Element(i)));
-    }
+    root.Member("bins").ForEachElement(
+        [&](const JsonReader& bin, std::size_t i) { project->InsertBin(i, BinFromJson(bin)); });
     return project;
 }
 

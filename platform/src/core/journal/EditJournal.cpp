@@ -14,6 +14,8 @@
 #include <cerrno>
 #include <cstring>
 #include <fcntl.h>
+#include <functional>
+#include <sys/stat.h>
 #include <unistd.h>
 
 namespace BE {
@@ -31,6 +33,7 @@ struct EditJournal::Impl final : EditRecorder {
     int fd = -1;
     std::uint64_t size = 0;
     std::optional<std::string> problem;
+    std::function<void(const std::string&)> onStop;
     QTimer flushTimer;
 
     ~Impl() override { Close(); }
@@ -49,21 +52,44 @@ struct EditJournal::Impl final : EditRecorder {
 
     void Attach() { model->SetRecorder(this); }
 
+    // A flush that fails while closing has no one left to tell.
     void Close() {
         if (model) {
             model->SetRecorder(nullptr);
             model = nullptr;
         }
+        flushTimer.stop();
         if (fd >= 0) {
-            Flush();
+            ::fdatasync(fd);
             ::close(fd);
             fd = -1;
         }
     }
 
+    // The handler hears of it from the event loop: a failing write happens
+    // inside a change, where the person must not be asked anything.
     void Fail(const std::string& what) {
         problem = "the edit journal " + path + " stopped recording: " + what;
         Close();
+        if (onStop) {
+            QTimer::singleShot(0, &flushTimer, [this, what] { onStop(what); });
+        }
+    }
+
+    // Why the path no longer leads to the open file, or null. A journal whose
+    // folder was removed or whose file was replaced still takes writes, into
+    // a file no one will find after a crash.
+    const char* FileLost() const {
+        struct stat open {};
+        struct stat named {};
+        if (::fstat(fd, &open) != 0 || open.st_nlink == 0) {
+            return "the file or its folder was deleted";
+        }
+        if (::stat(path.c_str(), &named) != 0 || named.st_ino != open.st_ino ||
+            named.st_dev != open.st_dev) {
+            return "the file was replaced";
+        }
+        return nullptr;
     }
 
     bool Write(std::string_view line) {
@@ -90,8 +116,13 @@ struct EditJournal::Impl final : EditRecorder {
 
     void Flush() {
         flushTimer.stop();
-        if (fd >= 0 && ::fdatasync(fd) != 0) {
+        if (fd < 0) {
+            return;
+        }
+        if (::fdatasync(fd) != 0) {
             Fail(std::strerror(errno));
+        } else if (const char* lost = FileLost()) {
+            Fail(lost);
         }
     }
 
@@ -207,6 +238,10 @@ void EditJournal::Remove() {
 
 void EditJournal::Flush() {
     impl_->Flush();
+}
+
+void EditJournal::SetStopHandler(std::function<void(const std::string& reason)> handler) {
+    impl_->onStop = std::move(handler);
 }
 
 const std::string& EditJournal::GetPath() const {

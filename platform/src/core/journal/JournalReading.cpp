@@ -4,12 +4,14 @@
 #include "JournalLines.h"
 #include "file/JsonReader.h"
 
-#include <QCryptographicHash>
 #include <QDateTime>
 #include <QFile>
 #include <QString>
 
 #include <charconv>
+#include <stdexcept>
+
+#include <openssl/evp.h>
 
 namespace BE {
 namespace {
@@ -70,12 +72,23 @@ std::string ReadHeader(std::string_view payload) {
 
 } // namespace
 
+// SHA-256 in hex. OpenSSL's SHA-256 uses the processor's SHA instructions
+// where it has them, about ten times Qt's speed: the digest of a large file
+// is a good part of the time to open it.
 std::string ProjectFileDigest(std::string_view fileBytes) {
-    return QCryptographicHash::hash(
-               QByteArrayView(fileBytes.data(), static_cast<qsizetype>(fileBytes.size())),
-               QCryptographicHash::Sha256)
-        .toHex()
-        .toStdString();
+    unsigned char digest[EVP_MAX_MD_SIZE];
+    unsigned int length = 0;
+    if (!EVP_Digest(fileBytes.data(), fileBytes.size(), digest, &length, EVP_sha256(), nullptr)) {
+        throw std::runtime_error("SHA-256 is not available");
+    }
+    constexpr char kHex[] = "0123456789abcdef";
+    std::string hex;
+    hex.reserve(2 * length);
+    for (unsigned int i = 0; i < length; ++i) {
+        hex += kHex[digest[i] >> 4];
+        hex += kHex[digest[i] & 0xF];
+    }
+    return hex;
 }
 
 std::string JournalPathFor(const std::string& projectPathUtf8) {

@@ -95,10 +95,9 @@ std::unique_ptr<ModelEdit> EditFrom(Project& project, const JsonReader& edit) {
     if (kind == "putStream") {
         KSL::InterfaceRef<CaptioningStream> stream(
             new CaptioningStream(ReadNamed(edit.Member("format"), &StreamFormatNamed)));
-        const JsonReader captions = edit.Member("captions");
-        for (std::size_t i = 0, count = captions.ArraySize(); i < count; ++i) {
-            stream->Insert(CaptionFromJson(captions.Element(i)), stream->NextArrival());
-        }
+        edit.Member("captions").ForEachElement([&](const JsonReader& caption, std::size_t) {
+            stream->Insert(CaptionFromJson(caption), stream->NextArrival());
+        });
         return std::make_unique<PutStreamEdit>(ClipAt(project, edit), stream);
     }
     if (kind == "removeStream") {

@@ -105,29 +105,29 @@ std::string DemoProjectPath() {
 }
 
 int OpenStartProject(HostWindow& window, const LaunchOptions& options) {
-    std::string path;
+    ProjectDocument& document = window.GetDocument();
     switch (options.projectSource) {
     case LaunchOptions::ProjectSource::kNewProject:
         // Journalled from the start, recovering an untitled journal left behind.
-        window.GetDocument().NewProject();
+        document.NewProject();
         return kExit_Success;
     case LaunchOptions::ProjectSource::kDemoProject:
-        path = DemoProjectPath();
-        break;
+        // A copy: the shipped example is never written, nor a journal beside it.
+        if (const auto error = document.OpenCopy(DemoProjectPath())) {
+            PrintProblem("cannot open the project " + DemoProjectPath() + ": " + error->ToString());
+            return kExit_Failure;
+        }
+        return kExit_Success;
     case LaunchOptions::ProjectSource::kProjectFile:
-        path = options.projectPath;
-        break;
+        if (const auto error = document.Open(options.projectPath)) {
+            PrintProblem("cannot open the project " + options.projectPath + ": " +
+                         error->ToString());
+            return kExit_Failure;
+        }
+        NoteRecentProject(options.projectPath);
+        return kExit_Success;
     }
-    if (const auto error = window.GetDocument().Open(path)) {
-        PrintProblem("cannot open the project " + path + ": " + error->ToString());
-        return kExit_Failure;
-    }
-    if (options.projectSource == LaunchOptions::ProjectSource::kDemoProject) {
-        window.GetDocument().ForgetFile();
-    } else {
-        NoteRecentProject(path);
-    }
-    return kExit_Success;
+    return kExit_Failure;
 }
 
 int RunApplication(const LaunchOptions& options) {

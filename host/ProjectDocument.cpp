@@ -51,9 +51,15 @@ std::optional<BE::ProjectFileError> ProjectDocument::Open(const std::string& pat
     return std::nullopt;
 }
 
-void ProjectDocument::ForgetFile() {
-    filePath_.clear();
-    Notify(observer_.documentStateChanged);
+std::optional<BE::ProjectFileError> ProjectDocument::OpenCopy(const std::string& pathUtf8) {
+    BE::OpenProjectResult opened = BE::ReadProjectFile(pathUtf8);
+    if (opened.error) {
+        return opened.error;
+    }
+    journal_.Close(!IsModified());
+    journal_.OpenCopy(opened.project, opened.fileDigest);
+    Replace(std::move(opened.project), {});
+    return std::nullopt;
 }
 
 std::optional<BE::ProjectFileError> ProjectDocument::Save() {

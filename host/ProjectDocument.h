@@ -51,9 +51,9 @@ public:
     void NewProject();
     // On failure the open project stays as it was.
     std::optional<BE::ProjectFileError> Open(const std::string& pathUtf8);
-    // The project no longer belongs to its file: it is unsaved, and saving it
-    // asks for a file.
-    void ForgetFile();
+    // The file's project as an unsaved copy: saving it asks for a file, and
+    // neither the file nor anything beside it is ever written.
+    std::optional<BE::ProjectFileError> OpenCopy(const std::string& pathUtf8);
     // Saves to the project's file; the caller asks for a path first when there is none.
     std::optional<BE::ProjectFileError> Save();
     // Saves to the path, which becomes the project's file on success.

@@ -72,21 +72,36 @@ void ProjectJournal::Open(const KSL::InterfaceRef<BE::IProject>& project,
 // journal names by an empty digest.
 void ProjectJournal::OpenUntitled(const KSL::InterfaceRef<BE::IProject>& project) {
     Drop();
-    if (!policy_ || policy_->untitledJournalPath.empty()) {
-        return;
+    if (policy_ && !policy_->untitledJournalPath.empty()) {
+        AttachUnsaved(project, policy_->untitledJournalPath, std::string());
     }
-    const QString journalPath = QString::fromStdString(policy_->untitledJournalPath);
-    QDir().mkpath(QFileInfo(journalPath).absolutePath());
+}
+
+void ProjectJournal::OpenCopy(const KSL::InterfaceRef<BE::IProject>& project,
+                              const std::string& fileDigest) {
+    Drop();
+    if (policy_ && !policy_->untitledJournalPath.empty()) {
+        const QFileInfo untitled(QString::fromStdString(policy_->untitledJournalPath));
+        AttachUnsaved(project,
+                      untitled.dir().filePath(QStringLiteral("copy.journal")).toStdString(),
+                      fileDigest);
+    }
+}
+
+void ProjectJournal::AttachUnsaved(const KSL::InterfaceRef<BE::IProject>& project,
+                                   const std::string& journalPath, const std::string& baseDigest) {
+    const QString path = QString::fromStdString(journalPath);
+    QDir().mkpath(QFileInfo(path).absolutePath());
     // A lock left by a run that died is stale, and taken over.
-    auto lock = std::make_unique<QLockFile>(journalPath + QStringLiteral(".lock"));
+    auto lock = std::make_unique<QLockFile>(path + QStringLiteral(".lock"));
     if (!lock->tryLock(0)) {
-        Report("the untitled project's journal " + policy_->untitledJournalPath +
+        Report("the untitled project's journal " + journalPath +
                " is in use by another run of Corvala: this project's changes are not "
                "journalled until it is saved");
         return;
     }
     untitledLock_ = std::move(lock);
-    Attach(project, std::string(), policy_->untitledJournalPath, std::string());
+    Attach(project, std::string(), journalPath, baseDigest);
 }
 
 void ProjectJournal::Attach(const KSL::InterfaceRef<BE::IProject>& project,

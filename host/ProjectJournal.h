@@ -62,6 +62,10 @@ public:
     // The same for a new, empty project, with the untitled journal, which
     // one run at a time uses: while another has it, the project keeps none.
     void OpenUntitled(const KSL::InterfaceRef<BE::IProject>& project);
+    // The same for an unsaved copy of a file's project (the example a demo run
+    // opens): its journal lives beside the untitled one, never beside the file
+    // copied, and its changes start from that file's content.
+    void OpenCopy(const KSL::InterfaceRef<BE::IProject>& project, const std::string& fileDigest);
     // The project was saved to the path with that content.
     void Saved(const KSL::InterfaceRef<BE::IProject>& project, const std::string& pathUtf8,
                const std::string& fileDigest);
@@ -76,6 +80,10 @@ private:
     // untitled project.
     void Attach(const KSL::InterfaceRef<BE::IProject>& project, const std::string& pathUtf8,
                 const std::string& journalPath, const std::string& fileDigest);
+    // Attach for a project without a file, with the journal at journalPath
+    // locked so that one run at a time uses it.
+    void AttachUnsaved(const KSL::InterfaceRef<BE::IProject>& project,
+                       const std::string& journalPath, const std::string& baseDigest);
     void Report(const std::string& problem) const;
     // Arms the journal just made, or reports why there is none.
     void Adopt(std::unique_ptr<BE::EditJournal> journal, const std::string& error);

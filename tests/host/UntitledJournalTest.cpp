@@ -92,6 +92,30 @@ TEST_F(UntitledJournalTest, RecoverBringsBackANeverSavedProjectAndSavingMovesIts
     EXPECT_EQ(document->GetJournalPath(), BE::JournalPathFor(file));
 }
 
+TEST_F(UntitledJournalTest, ACopyOfAFileIsJournalledInTheDataFolderNeverBesideTheFile) {
+    const std::string example = temp_.PathOf("example.json");
+    ASSERT_TRUE(QFile::copy(QStringLiteral(CORVALA_EXAMPLES_DIR "/demo-project.json"),
+                            QString::fromStdString(example)));
+    const std::string copyJournal = temp_.PathOf("data/corvala/copy.journal");
+    std::string edited;
+    {
+        auto document = Document(RecoveryRequest::kDiscard);
+        ASSERT_FALSE(document->OpenCopy(example));
+        EXPECT_TRUE(document->GetFilePath().empty());
+        EXPECT_EQ(document->GetJournalPath(), copyJournal);
+        document->GetProject()->AddBin(u"Mine", BE::UndoMode::kAsUndoStep);
+        edited = Saved(document->GetProject());
+    } // left with the change unsaved, as a crash leaves it
+    EXPECT_FALSE(QFile::exists(QString::fromStdString(BE::JournalPathFor(example))));
+    EXPECT_FALSE(QFile::exists(QString::fromStdString(untitled_)));
+
+    auto next = Document(RecoveryRequest::kRecover);
+    ASSERT_FALSE(next->OpenCopy(example));
+    EXPECT_EQ(Saved(next->GetProject()), edited);
+    EXPECT_TRUE(next->IsModified());
+    EXPECT_TRUE(problems_.empty());
+}
+
 TEST_F(UntitledJournalTest, AnInteractiveStartAsksOnceAndNoSetsTheChangesAside) {
     EditUntitledAndLeave();
     UIF::MessageBoxRecorder boxes;

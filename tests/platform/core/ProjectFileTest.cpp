@@ -345,7 +345,7 @@ TEST(ProjectFileTest, UnpairedSurrogatesOpenAsReplacementsAndHugeWholeNumbersFai
     const std::size_t versionLine =
         1 + static_cast<std::size_t>(
                 std::count(file.begin(), file.begin() + file.find("\"version\""), '\n'));
-    EXPECT_EQ(ErrorOf(Replaced(file, "\"version\": 2", "\"version\": 99999999999999999999")),
+    EXPECT_EQ(ErrorOf(Replaced(file, "\"version\": 3", "\"version\": 99999999999999999999")),
               "line " + std::to_string(versionLine) + ", column 36: whole number beyond 64 bits");
 }
 

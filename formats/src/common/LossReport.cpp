@@ -20,7 +20,10 @@ void LossReport::Note(const std::string& what, std::size_t captionIndex,
 
 void LossReport::NoteSpanLosses(const TextSpanAttributes& attributes, const SpanCapabilities& kept,
                                 std::size_t captionIndex, zelmediatypes::TickTime begin) {
-    const TextSpanAttributes defaults;
+    static const TextSpanAttributes defaults;
+    if (attributes == defaults) {
+        return;
+    }
     auto note = [&](bool isKept, bool differs, const char* what) {
         if (!isKept && differs) {
             Note(what, captionIndex, begin);

@@ -119,6 +119,12 @@ std::string VttCueWriter::SettingsOf(const ParagraphStyleAttributes& style,
 }
 
 void VttCueWriter::AppendSpan(const TextSpanAttributes& attributes, std::string_view utf8) {
+    // Most spans are plain: no losses to note and no tags to write.
+    static const TextSpanAttributes plain;
+    if (attributes == plain) {
+        AppendEscaped(out_, utf8);
+        return;
+    }
     losses_.NoteSpanLosses(attributes, kVttKeeps, index_, begin_);
     std::string classes;
     if (attributes.textColor != kCaptioningColor_White) {

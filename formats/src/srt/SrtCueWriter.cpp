@@ -18,9 +18,11 @@ constexpr SpanCapabilities kSrtKeeps{
 // an override block.
 void AppendEscaped(std::string& out, std::string_view text) {
     std::size_t start = 0;
-    for (std::size_t at = text.find_first_of("&<>{"); at != std::string_view::npos;
-         at = text.find_first_of("&<>{", at + 1)) {
+    for (std::size_t at = 0; at < text.size(); ++at) {
         const char c = text[at];
+        if (c != '&' && c != '<' && c != '>' && c != '{') {
+            continue;
+        }
         const char* escape = c == '&'                                       ? "&amp;"
                              : c == '<'                                     ? "&lt;"
                              : c == '>'                                     ? "&gt;"

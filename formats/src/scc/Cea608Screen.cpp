@@ -128,7 +128,11 @@ void CaptionMemory::AppendRow(const Row& row, CaptionTextBuilder& text) {
             runStyle = &cell.style;
         }
         utf8.append(static_cast<std::size_t>(column - nextColumn), ' ');
-        AppendUtf8(utf8, cell.character);
+        if (cell.character < 0x80) {
+            utf8 += static_cast<char>(cell.character);
+        } else {
+            AppendUtf8(utf8, cell.character);
+        }
         nextColumn = column + 1;
     }
     text.Append(utf8, runStyle->Attributes());

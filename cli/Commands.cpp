@@ -7,7 +7,6 @@
 
 #include <algorithm>
 #include <cmath>
-#include <fstream>
 #include <map>
 #include <ostream>
 #include <sstream>
@@ -153,9 +152,7 @@ int RunConvert(const ConvertOptions& options, std::ostream& out, std::ostream& e
     bool saved = false;
     if (input && input->read.Succeeded()) {
         if (written.Succeeded()) {
-            std::ofstream file(options.output, std::ios::binary | std::ios::trunc);
-            file.write(written.bytes.data(), static_cast<std::streamsize>(written.bytes.size()));
-            saved = static_cast<bool>(file);
+            saved = WriteFileBytes(options.output, written.bytes);
             if (!saved) {
                 problem = options.output + ": cannot be written";
             }

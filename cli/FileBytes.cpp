@@ -5,6 +5,7 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include <cerrno>
 #include <fstream>
 #include <sstream>
 #include <utility>
@@ -49,6 +50,27 @@ FileBytes::~FileBytes() {
     if (mapping_ != nullptr) {
         ::munmap(mapping_, mappedSize_);
     }
+}
+
+bool WriteFileBytes(const std::string& path, std::string_view bytes) {
+    const int descriptor = ::open(path.c_str(), O_WRONLY | O_CREAT | O_CLOEXEC, 0666);
+    if (descriptor < 0) {
+        return false;
+    }
+    bool written = true;
+    for (std::size_t done = 0; written && done < bytes.size();) {
+        const ssize_t count = ::write(descriptor, bytes.data() + done, bytes.size() - done);
+        if (count > 0) {
+            done += static_cast<std::size_t>(count);
+        } else if (count == 0 || errno != EINTR) {
+            written = false;
+        }
+    }
+    struct stat status {};
+    if (written && ::fstat(descriptor, &status) == 0 && S_ISREG(status.st_mode)) {
+        written = ::ftruncate(descriptor, static_cast<off_t>(bytes.size())) == 0;
+    }
+    return ::close(descriptor) == 0 && written;
 }
 
 std::string_view FileBytes::View() const {

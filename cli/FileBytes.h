@@ -28,4 +28,10 @@ private:
     std::string read_;
 };
 
+// Makes the file at `path` hold exactly `bytes`; false when it cannot be
+// opened or written. An existing regular file is written over in place and
+// then cut to length: emptying it first would make the file system free its
+// blocks only to allocate them again.
+bool WriteFileBytes(const std::string& path, std::string_view bytes);
+
 } // namespace captioncli

@@ -100,6 +100,26 @@ TEST_F(CommandLine, ConvertsSubRipToWebVttInOrderOrNot) {
     }
 }
 
+// An output file already there is written over: whatever it held before,
+// longer or shorter, it ends up holding exactly the new conversion.
+TEST_F(CommandLine, ConvertingOverAnOutputLeavesOnlyTheNewOne) {
+    const std::string convert = "convert " + Path("in.srt") + " ";
+    ASSERT_EQ(RunCaptions(convert + Path("fresh.vtt")).exitCode, 0);
+    const std::string expected = Read("fresh.vtt");
+    Write("longer.vtt", expected + std::string(100'000, 'x') + "\n");
+    Write("shorter.vtt", "WEBVTT\n");
+    for (const char* name : {"longer.vtt", "shorter.vtt"}) {
+        SCOPED_TRACE(name);
+        const ProcessRun run = RunCaptions(convert + Path(name));
+        EXPECT_EQ(run.exitCode, 0) << run.output;
+        EXPECT_EQ(Read(name), expected);
+    }
+    std::filesystem::create_directory(Path("folder.vtt"));
+    const ProcessRun folder = RunCaptions(convert + Path("folder.vtt"));
+    EXPECT_EQ(folder.exitCode, 1);
+    EXPECT_THAT(folder.output, HasSubstr("folder.vtt: cannot be written"));
+}
+
 TEST_F(CommandLine, ExitsWithTwoOnUsageErrors) {
     EXPECT_EQ(RunCaptions("").exitCode, 2);
     EXPECT_EQ(RunCaptions("frobnicate x").exitCode, 2);

@@ -6,13 +6,15 @@ namespace captionformats {
 
 using zelcaptioning::TextSpanAttributes;
 
-void LossReport::Note(const std::string& what, std::size_t captionIndex,
+void LossReport::Note(std::string_view what, std::size_t captionIndex,
                       zelmediatypes::TickTime begin) {
-    auto [it, inserted] = losses_.try_emplace(what);
-    Occurrences& occurrences = it->second;
-    if (inserted) {
-        occurrences = {1, captionIndex, captionIndex, begin};
-    } else if (occurrences.lastCaptionIndex != captionIndex) {
+    const auto found = losses_.find(what);
+    if (found == losses_.end()) {
+        losses_.emplace(std::string(what), Occurrences{1, captionIndex, captionIndex, begin});
+        return;
+    }
+    Occurrences& occurrences = found->second;
+    if (occurrences.lastCaptionIndex != captionIndex) {
         ++occurrences.captions;
         occurrences.lastCaptionIndex = captionIndex;
     }
@@ -20,7 +22,10 @@ void LossReport::Note(const std::string& what, std::size_t captionIndex,
 
 void LossReport::NoteSpanLosses(const TextSpanAttributes& attributes, const SpanCapabilities& kept,
                                 std::size_t captionIndex, zelmediatypes::TickTime begin) {
-    const TextSpanAttributes defaults;
+    static const TextSpanAttributes defaults;
+    if (attributes == defaults) {
+        return;
+    }
     auto note = [&](bool isKept, bool differs, const char* what) {
         if (!isKept && differs) {
             Note(what, captionIndex, begin);

@@ -7,6 +7,7 @@
 #include <cstddef>
 #include <map>
 #include <string>
+#include <string_view>
 
 namespace captionformats {
 
@@ -29,7 +30,7 @@ struct SpanCapabilities {
 // a short report.
 class LossReport {
 public:
-    void Note(const std::string& what, std::size_t captionIndex, zelmediatypes::TickTime begin);
+    void Note(std::string_view what, std::size_t captionIndex, zelmediatypes::TickTime begin);
     void NoteSpanLosses(const zelcaptioning::TextSpanAttributes& attributes,
                         const SpanCapabilities& kept, std::size_t captionIndex,
                         zelmediatypes::TickTime begin);
@@ -44,7 +45,8 @@ private:
         std::size_t firstCaptionIndex = 0;
         zelmediatypes::TickTime firstBegin;
     };
-    std::map<std::string, Occurrences> losses_;
+    // Looked up by view: a kind already noted costs no string.
+    std::map<std::string, Occurrences, std::less<>> losses_;
 };
 
 } // namespace captionformats

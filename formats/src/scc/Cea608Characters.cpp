@@ -24,6 +24,18 @@ constexpr std::array<Substitution, 10> kBasicSubstitutions{{
     {0x7F, U'\u2588'},
 }};
 
+// Each seven-bit code's character, the substitutions applied.
+constexpr std::array<char32_t, 128> kBasic = [] {
+    std::array<char32_t, 128> table{};
+    for (std::size_t code = 0; code < table.size(); ++code) {
+        table[code] = static_cast<char32_t>(code);
+    }
+    for (const Substitution& substitution : kBasicSubstitutions) {
+        table[substitution.code] = substitution.character;
+    }
+    return table;
+}();
+
 // (0x11, 0x30 + i). 0x39 is the transparent space, decoded as a space.
 constexpr std::array<char32_t, 16> kSpecial{
     U'®', U'°', U'½', U'¿', U'™', U'¢', U'£', U'♪', U'à', U' ', U'è', U'â', U'ê', U'î', U'ô', U'û',
@@ -113,12 +125,7 @@ std::uint8_t FallbackFor(char32_t character) {
 } // namespace
 
 char32_t BasicCharacter(std::uint8_t code) {
-    for (const Substitution& substitution : kBasicSubstitutions) {
-        if (substitution.code == code) {
-            return substitution.character;
-        }
-    }
-    return code;
+    return code < kBasic.size() ? kBasic[code] : code;
 }
 
 char32_t SpecialCharacter(std::uint8_t second) {

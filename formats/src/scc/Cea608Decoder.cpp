@@ -183,20 +183,20 @@ void Cea608Decoder::PlaceCursor(const Code& code) {
     }
     cursorRow_ = row;
     cursorColumn_ = code.column;
-    style_ = TextSpanAttributes();
-    style_.textColor = code.style.color.value_or(kCaptioningColor_White);
-    style_.SetItalicized(code.style.italic);
-    style_.SetUnderlined(code.style.underline);
+    style_ =
+        CaptionMemory::CellStyle{.textColor = code.style.color.value_or(kCaptioningColor_White),
+                                 .italic = code.style.italic,
+                                 .underline = code.style.underline};
 }
 
 void Cea608Decoder::ApplyMidRow(const CodeStyle& style) {
     if (style.color) {
         style_.textColor = *style.color;
-        style_.SetItalicized(false);
+        style_.italic = false;
     } else {
-        style_.SetItalicized(style.italic);
+        style_.italic = style.italic;
     }
-    style_.SetUnderlined(style.underline);
+    style_.underline = style.underline;
 }
 
 void Cea608Decoder::WriteCharacter(char32_t character, const SourceLocation& where) {

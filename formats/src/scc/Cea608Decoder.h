@@ -67,7 +67,7 @@ private:
     int baseRow_ = CaptionMemory::kRows;
     int cursorRow_ = CaptionMemory::kRows;
     int cursorColumn_ = 0;
-    zelcaptioning::TextSpanAttributes style_;
+    CaptionMemory::CellStyle style_;
     int dataChannel_ = 1; // 0: field 2
     std::optional<std::pair<std::uint8_t, std::uint8_t>> lastControl_;
     std::optional<std::pair<std::int64_t, zelcaptioning::CaptionType>> open_;

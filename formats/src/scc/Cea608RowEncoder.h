@@ -57,7 +57,7 @@ private:
     std::vector<Unit> MidRowCodes(const Style& from, const Style& to) const;
     void SendCharacter(char32_t character);
     void FlushPendingByte();
-    void Lose(const std::string& what) { losses_.Note(what, captionIndex_, begin_); }
+    void Lose(std::string_view what) { losses_.Note(what, captionIndex_, begin_); }
 
     LossReport& losses_;
     std::size_t captionIndex_;

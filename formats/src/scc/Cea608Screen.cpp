@@ -106,17 +106,36 @@ ParagraphStyleAttributes CaptionMemory::LineStyle() {
     return style;
 }
 
+TextSpanAttributes CaptionMemory::CellStyle::Attributes() const {
+    TextSpanAttributes attributes;
+    attributes.textColor = textColor;
+    attributes.backgroundColor = backgroundColor;
+    attributes.SetItalicized(italic);
+    attributes.SetUnderlined(underline);
+    return attributes;
+}
+
+// Cells of one style go to the builder as one run; the spaces of a gap take
+// the style of the cell after it.
 void CaptionMemory::AppendRow(const Row& row, CaptionTextBuilder& text) {
+    std::string utf8;
     int nextColumn = row.front().first;
+    const CellStyle* runStyle = &row.front().second.style;
     for (const auto& [column, cell] : row) {
-        std::string utf8;
-        for (; nextColumn < column; ++nextColumn) {
-            utf8 += ' ';
+        if (!(cell.style == *runStyle)) {
+            text.Append(utf8, runStyle->Attributes());
+            utf8.clear();
+            runStyle = &cell.style;
         }
-        AppendUtf8(utf8, cell.character);
-        text.Append(utf8, cell.attributes);
+        utf8.append(static_cast<std::size_t>(column - nextColumn), ' ');
+        if (cell.character < 0x80) {
+            utf8 += static_cast<char>(cell.character);
+        } else {
+            AppendUtf8(utf8, cell.character);
+        }
         nextColumn = column + 1;
     }
+    text.Append(utf8, runStyle->Attributes());
 }
 
 std::vector<CaptionTextParagraphPtr> CaptionMemory::ToParagraphs() const {

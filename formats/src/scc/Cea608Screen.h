@@ -17,9 +17,23 @@ public:
     static constexpr int kRows = 15;
     static constexpr int kColumns = 32;
 
+    // All the style a CEA-608 cell carries. It is small and trivially
+    // copied and compared, as the decoder writes one for every character.
+    struct CellStyle {
+        zelcaptioning::CaptioningColor textColor = zelcaptioning::kCaptioningColor_White;
+        zelcaptioning::CaptioningColor backgroundColor =
+            zelcaptioning::kCaptioningColor_Transparent;
+        bool italic = false;
+        bool underline = false;
+
+        friend bool operator==(const CellStyle&, const CellStyle&) = default;
+        // The span attributes of this style: the defaults but for these fields.
+        zelcaptioning::TextSpanAttributes Attributes() const;
+    };
+
     struct Cell {
         char32_t character = U' ';
-        zelcaptioning::TextSpanAttributes attributes;
+        CellStyle style;
     };
 
     void Write(int row, int column, const Cell& cell);

@@ -3,8 +3,6 @@
 #include "common/TextInput.h"
 #include "scc/SccTimecode.h"
 
-#include <charconv>
-
 namespace captionformats::scc {
 
 using namespace zelcaptioning;
@@ -17,13 +15,33 @@ bool IsSpace(char c) {
     return c == ' ' || c == '\t';
 }
 
+int HexDigit(char c) {
+    if (c >= '0' && c <= '9') {
+        return c - '0';
+    }
+    if (c >= 'a' && c <= 'f') {
+        return c - 'a' + 10;
+    }
+    if (c >= 'A' && c <= 'F') {
+        return c - 'A' + 10;
+    }
+    return -1;
+}
+
+// The value of exactly four hex digits.
 std::optional<std::uint16_t> HexWord(std::string_view text) {
-    std::uint16_t value = 0;
-    const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), value, 16);
-    if (text.size() != 4 || error != std::errc() || end != text.data() + text.size()) {
+    if (text.size() != 4) {
         return std::nullopt;
     }
-    return value;
+    int value = 0;
+    for (const char c : text) {
+        const int digit = HexDigit(c);
+        if (digit < 0) {
+            return std::nullopt;
+        }
+        value = value << 4 | digit;
+    }
+    return static_cast<std::uint16_t>(value);
 }
 
 // Feeds one "timecode<tab>words" line to the decoder, its first word at the

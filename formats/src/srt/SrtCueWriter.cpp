@@ -3,6 +3,7 @@
 #include "common/ClockText.h"
 #include "common/CssColor.h"
 #include "common/KeypadAnchor.h"
+#include "common/SpanTags.h"
 
 namespace captionformats::srt {
 
@@ -16,24 +17,24 @@ constexpr SpanCapabilities kSrtKeeps{
 // Escapes what the reader would take for markup: '&', '<', '>' and the '{' of
 // an override block.
 void AppendEscaped(std::string& out, std::string_view text) {
-    for (std::size_t i = 0; i < text.size(); ++i) {
-        switch (text[i]) {
-        case '&':
-            out += "&amp;";
-            break;
-        case '<':
-            out += "&lt;";
-            break;
-        case '>':
-            out += "&gt;";
-            break;
-        case '{':
-            out += (i + 1 < text.size() && text[i + 1] == '\\') ? "&#123;" : "{";
-            break;
-        default:
-            out += text[i];
+    std::size_t start = 0;
+    for (std::size_t at = 0; at < text.size(); ++at) {
+        const char c = text[at];
+        if (c != '&' && c != '<' && c != '>' && c != '{') {
+            continue;
+        }
+        const char* escape = c == '&'                                       ? "&amp;"
+                             : c == '<'                                     ? "&lt;"
+                             : c == '>'                                     ? "&gt;"
+                             : at + 1 < text.size() && text[at + 1] == '\\' ? "&#123;"
+                                                                            : nullptr;
+        if (escape != nullptr) {
+            out.append(text.substr(start, at - start));
+            out += escape;
+            start = at + 1;
         }
     }
+    out.append(text.substr(start));
 }
 
 bool IsBlank(std::string_view text) {
@@ -131,24 +132,14 @@ std::string SrtCueWriter::PlacementTag(const ParagraphStyleAttributes& style) {
 
 void SrtCueWriter::AppendSpan(const TextSpanAttributes& attributes, std::string_view utf8) {
     losses_.NoteSpanLosses(attributes, kSrtKeeps, index_, begin_);
-    const bool colored = attributes.textColor != TextSpanAttributes().textColor;
-    std::string closing;
+    const bool colored = attributes.textColor != kCaptioningColor_White;
     if (colored) {
         out_ += "<font color=\"" + ToHexRgb(attributes.textColor) + "\">";
-        closing = "</font>";
     }
-    for (const auto& [on, tag] :
-         {std::pair{attributes.IsBolded(), 'b'}, std::pair{attributes.IsItalicized(), 'i'},
-          std::pair{attributes.IsUnderlined(), 'u'}}) {
-        if (on) {
-            out_ += '<';
-            out_ += tag;
-            out_ += '>';
-            closing.insert(0, std::string("</") + tag + '>');
-        }
+    AppendInStyleTags(out_, attributes, utf8, AppendEscaped);
+    if (colored) {
+        out_ += "</font>";
     }
-    AppendEscaped(out_, utf8);
-    out_ += closing;
 }
 
 } // namespace captionformats::srt

@@ -29,7 +29,7 @@ public:
 private:
     void StartCue(zelmediatypes::TickTime begin, zelmediatypes::TickTime end,
                   zelcaptioning::CaptionType type, std::size_t index);
-    void Lose(const std::string& what) { losses_.Note(what, index_, begin_); }
+    void Lose(std::string_view what) { losses_.Note(what, index_, begin_); }
     // The {\anN} tag for a placement ("" for bottom centre), noting what the
     // tag cannot say.
     std::string PlacementTag(const zelcaptioning::ParagraphStyleAttributes& style);

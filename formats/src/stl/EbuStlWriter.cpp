@@ -99,7 +99,7 @@ public:
     }
 
 private:
-    void Lose(const std::string& what) { losses_.Note(what, index_, begin_); }
+    void Lose(std::string_view what) { losses_.Note(what, index_, begin_); }
 
     std::int64_t FrameOf(TickTime time) {
         const std::int64_t frame = std::max<std::int64_t>(time.GetTicks(), 0) / frame_.GetTicks();

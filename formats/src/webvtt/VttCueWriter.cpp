@@ -1,6 +1,7 @@
 #include "webvtt/VttCueWriter.h"
 
 #include "common/ClockText.h"
+#include "common/SpanTags.h"
 #include "webvtt/VttColorClasses.h"
 #include "webvtt/VttPlacement.h"
 
@@ -119,41 +120,44 @@ std::string VttCueWriter::SettingsOf(const ParagraphStyleAttributes& style,
 }
 
 void VttCueWriter::AppendSpan(const TextSpanAttributes& attributes, std::string_view utf8) {
+    // Most spans are plain: no losses to note and no tags to write.
+    static const TextSpanAttributes plain;
+    if (attributes == plain) {
+        AppendEscaped(out_, utf8);
+        return;
+    }
     losses_.NoteSpanLosses(attributes, kVttKeeps, index_, begin_);
-    std::string classes;
+    std::string_view text;
     if (attributes.textColor != kCaptioningColor_White) {
-        const std::string_view name = ClassOfColor(attributes.textColor);
-        if (name.empty()) {
+        text = ClassOfColor(attributes.textColor);
+        if (text.empty()) {
             Lose("text colour other than a WebVTT colour class dropped");
-        } else {
-            classes += '.' + std::string(name);
         }
     }
+    std::string_view background;
     if (!attributes.backgroundColor.IsTransparent()) {
-        const std::string_view name = ClassOfColor(attributes.backgroundColor);
-        if (name.empty()) {
+        background = ClassOfColor(attributes.backgroundColor);
+        if (background.empty()) {
             Lose("background colour other than a WebVTT colour class dropped");
-        } else {
-            classes += ".bg_" + std::string(name);
         }
     }
-    std::string closing;
-    if (!classes.empty()) {
-        out_ += "<c" + classes + '>';
-        closing = "</c>";
-    }
-    for (const auto& [on, tag] :
-         {std::pair{attributes.IsBolded(), 'b'}, std::pair{attributes.IsItalicized(), 'i'},
-          std::pair{attributes.IsUnderlined(), 'u'}}) {
-        if (on) {
-            out_ += '<';
-            out_ += tag;
-            out_ += '>';
-            closing.insert(0, std::string("</") + tag + '>');
+    const bool classed = !text.empty() || !background.empty();
+    if (classed) {
+        out_ += "<c";
+        if (!text.empty()) {
+            out_ += '.';
+            out_ += text;
         }
+        if (!background.empty()) {
+            out_ += ".bg_";
+            out_ += background;
+        }
+        out_ += '>';
     }
-    AppendEscaped(out_, utf8);
-    out_ += closing;
+    AppendInStyleTags(out_, attributes, utf8, AppendEscaped);
+    if (classed) {
+        out_ += "</c>";
+    }
 }
 
 } // namespace captionformats::webvtt

@@ -32,7 +32,7 @@ public:
 private:
     void StartCue(zelmediatypes::TickTime begin, zelmediatypes::TickTime end,
                   zelcaptioning::CaptionType type, std::size_t index);
-    void Lose(const std::string& what) { losses_.Note(what, index_, begin_); }
+    void Lose(std::string_view what) { losses_.Note(what, index_, begin_); }
     std::string Settings(const zelcaptioning::Caption& caption);
     std::string SettingsOf(const zelcaptioning::ParagraphStyleAttributes& style,
                            const zelcaptioning::Position& firstLinePosition);

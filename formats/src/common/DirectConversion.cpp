@@ -43,6 +43,20 @@ private:
     bool outOfOrder_ = false;
 };
 
+// Gives the conversion what was read of a stream of that format and, when the
+// read succeeded, the bytes written with what the target format could not carry.
+void Finish(Conversion& conversion, zelcaptioning::StreamFormat format, DiagnosticLog& readLog,
+            const LossReport& losses, std::string out, const WriteOptions& writeOptions) {
+    conversion.read.streamFormat = format;
+    readLog.TakeInto(conversion.read);
+    if (conversion.read.Succeeded()) {
+        DiagnosticLog writeLog(writeOptions.fileName);
+        losses.ReportInto(writeLog);
+        conversion.written.bytes = std::move(out);
+        writeLog.TakeInto(conversion.written);
+    }
+}
+
 std::optional<Conversion> SrtToWebVtt(std::string_view bytes, const ReadOptions& readOptions,
                                       const WriteOptions& writeOptions) {
     Conversion conversion;
@@ -56,14 +70,7 @@ std::optional<Conversion> SrtToWebVtt(std::string_view bytes, const ReadOptions&
     if (sink.OutOfOrder()) {
         return std::nullopt;
     }
-    conversion.read.streamFormat = kStreamFormat_OpenCaptions;
-    readLog.TakeInto(conversion.read);
-    if (conversion.read.Succeeded()) {
-        DiagnosticLog writeLog(writeOptions.fileName);
-        losses.ReportInto(writeLog);
-        conversion.written.bytes = std::move(out);
-        writeLog.TakeInto(conversion.written);
-    }
+    Finish(conversion, kStreamFormat_OpenCaptions, readLog, losses, std::move(out), writeOptions);
     return conversion;
 }
 
@@ -117,14 +124,7 @@ std::optional<Conversion> SccToSrt(std::string_view bytes, const ReadOptions& re
         return std::nullopt;
     }
     conversion.captionCount = sink.Captions();
-    conversion.read.streamFormat = kStreamFormat_CEA608;
-    readLog.TakeInto(conversion.read);
-    if (conversion.read.Succeeded()) {
-        DiagnosticLog writeLog(writeOptions.fileName);
-        losses.ReportInto(writeLog);
-        conversion.written.bytes = std::move(out);
-        writeLog.TakeInto(conversion.written);
-    }
+    Finish(conversion, kStreamFormat_CEA608, readLog, losses, std::move(out), writeOptions);
     return conversion;
 }
 

@@ -45,14 +45,7 @@ bool IsBlank(std::string_view text) {
 
 void SrtCueWriter::StartCue(zelmediatypes::TickTime begin, zelmediatypes::TickTime end,
                             CaptionType type, std::size_t index) {
-    index_ = index;
-    begin_ = begin;
-    if (begin < zelmediatypes::kTime_Zero) {
-        Lose("negative time written as zero");
-    }
-    if (type != kCaptionType_Open && type != kCaptionType_None) {
-        Lose("caption type dropped");
-    }
+    BeginCue(begin, type, index);
     out_ += std::to_string(index + 1);
     out_ += "\r\n";
     AppendClockMilliseconds(out_, begin, ',');

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "common/CaptionTextBuilder.h"
-#include "common/LossReport.h"
+#include "common/CueWriterBase.h"
 
 #include <string>
 
@@ -11,11 +11,10 @@ namespace captionformats::srt {
 // carry. A caption comes either from the model or, in a direct conversion, as
 // the lines of a builder; the two give the same bytes and the same losses for
 // the same caption.
-class SrtCueWriter {
+class SrtCueWriter : private CueWriterBase {
 public:
     SrtCueWriter(std::string& out, LossReport& losses)
-        : out_(out)
-        , losses_(losses) {}
+        : CueWriterBase(out, losses) {}
 
     // `index` counts captions in writing order, from 0.
     void Write(const zelcaptioning::Caption& caption, std::size_t index);
@@ -29,16 +28,10 @@ public:
 private:
     void StartCue(zelmediatypes::TickTime begin, zelmediatypes::TickTime end,
                   zelcaptioning::CaptionType type, std::size_t index);
-    void Lose(std::string_view what) { losses_.Note(what, index_, begin_); }
     // The {\anN} tag for a placement ("" for bottom centre), noting what the
     // tag cannot say.
     std::string PlacementTag(const zelcaptioning::ParagraphStyleAttributes& style);
     void AppendSpan(const zelcaptioning::TextSpanAttributes& attributes, std::string_view utf8);
-
-    std::string& out_;
-    LossReport& losses_;
-    std::size_t index_ = 0;
-    zelmediatypes::TickTime begin_;
 };
 
 } // namespace captionformats::srt

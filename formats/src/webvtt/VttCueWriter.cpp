@@ -37,14 +37,7 @@ void AppendEscaped(std::string& out, std::string_view text) {
 
 void VttCueWriter::StartCue(zelmediatypes::TickTime begin, zelmediatypes::TickTime end,
                             CaptionType type, std::size_t index) {
-    index_ = index;
-    begin_ = begin;
-    if (begin < zelmediatypes::kTime_Zero) {
-        Lose("negative time written as zero");
-    }
-    if (type != kCaptionType_Open && type != kCaptionType_None) {
-        Lose("caption type dropped");
-    }
+    BeginCue(begin, type, index);
     AppendClockMilliseconds(out_, begin, '.');
     out_ += " --> ";
     AppendClockMilliseconds(out_, end, '.');

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "common/CaptionTextBuilder.h"
-#include "common/LossReport.h"
+#include "common/CueWriterBase.h"
 
 #include <string>
 
@@ -14,11 +14,10 @@ inline constexpr std::string_view kSignature = "WEBVTT\n\n";
 // A caption comes either from the model or, in a direct conversion, as the
 // lines of a builder; the two give the same bytes and the same losses for the
 // same caption.
-class VttCueWriter {
+class VttCueWriter : private CueWriterBase {
 public:
     VttCueWriter(std::string& out, LossReport& losses)
-        : out_(out)
-        , losses_(losses) {}
+        : CueWriterBase(out, losses) {}
 
     // `index` counts captions in writing order, from 0.
     void Write(const zelcaptioning::Caption& caption, std::size_t index);
@@ -32,16 +31,10 @@ public:
 private:
     void StartCue(zelmediatypes::TickTime begin, zelmediatypes::TickTime end,
                   zelcaptioning::CaptionType type, std::size_t index);
-    void Lose(std::string_view what) { losses_.Note(what, index_, begin_); }
     std::string Settings(const zelcaptioning::Caption& caption);
     std::string SettingsOf(const zelcaptioning::ParagraphStyleAttributes& style,
                            const zelcaptioning::Position& firstLinePosition);
     void AppendSpan(const zelcaptioning::TextSpanAttributes& attributes, std::string_view utf8);
-
-    std::string& out_;
-    LossReport& losses_;
-    std::size_t index_ = 0;
-    zelmediatypes::TickTime begin_;
 };
 
 } // namespace captionformats::webvtt

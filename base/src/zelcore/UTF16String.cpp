@@ -70,28 +70,27 @@ char32_t DecodeUTF8(std::string_view s, std::size_t& i) {
 } // namespace
 
 UTF16String ToUTF16(std::string_view utf8) {
-    // Code units gather in a buffer on the stack and go to the string a buffer
-    // at a time: a short text, the usual case, costs one exact allocation.
-    constexpr std::size_t kBufferUnits = 128;
-    char16_t buffer[kBufferUnits];
+    // Every byte gives at most one code unit (a four-byte sequence gives two),
+    // so the units are written straight into a string of utf8.size() units and
+    // the string is cut to what was written. Text that is not all ASCII gives
+    // back the room it did not use.
+    UTF16String out(utf8.size(), u'\0');
+    char16_t* const units = out.data();
     std::size_t used = 0;
-    UTF16String out;
     for (std::size_t i = 0; i < utf8.size();) {
-        if (used + 2 > kBufferUnits) {
-            out.append(buffer, used);
-            used = 0;
-        }
         if (static_cast<unsigned char>(utf8[i]) >= 0x80) {
-            AppendUTF16(buffer, used, DecodeUTF8(utf8, i));
+            AppendUTF16(units, used, DecodeUTF8(utf8, i));
             continue;
         }
         // A run of ASCII, the common case, widens without further checks.
-        while (i < utf8.size() && used < kBufferUnits &&
-               static_cast<unsigned char>(utf8[i]) < 0x80) {
-            buffer[used++] = static_cast<unsigned char>(utf8[i++]);
+        while (i < utf8.size() && static_cast<unsigned char>(utf8[i]) < 0x80) {
+            units[used++] = static_cast<unsigned char>(utf8[i++]);
         }
     }
-    out.append(buffer, used);
+    if (used < out.size()) {
+        out.resize(used);
+        out.shrink_to_fit();
+    }
     return out;
 }
 

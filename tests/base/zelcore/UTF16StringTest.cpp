@@ -25,6 +25,26 @@ TEST(UTF16String, MalformedInputBecomesReplacementCharacters) {
     EXPECT_EQ(ToUTF8(std::u16string_view(lone, 3)), "x\xEF\xBF\xBDy");
 }
 
+TEST(UTF16String, LongTextsConvertWhole) {
+    // Texts far past any short-string or small-block size, so that the result
+    // is cut to exactly the code units each kind of text gives.
+    std::string mixed;
+    UTF16String mixedWide;
+    std::string stray;
+    for (int i = 0; i < 500; ++i) {
+        mixed += "ab\u00e9\U0001F600"; // 7 bytes, 5 code units
+        mixedWide += u"ab\u00e9\U0001F600";
+        stray += '\x80';
+    }
+    EXPECT_EQ(ToUTF16(mixed), mixedWide);
+    EXPECT_EQ(ToUTF16(std::string(2000, 'q')), UTF16String(2000, u'q'));
+    EXPECT_EQ(ToUTF16(stray), UTF16String(500, u'\uFFFD'))
+        << "every stray continuation byte is one replacement";
+    EXPECT_EQ(ToUTF16(std::string(300, '\xF0') + "x").size(), 301u)
+        << "a lead byte with no continuation is one replacement";
+    EXPECT_TRUE(ToUTF16("").empty());
+}
+
 TEST(UTF16String, PrintsAsQuotedUTF8) {
     std::ostringstream os;
     os << UTF16String(u"caf\u00e9");

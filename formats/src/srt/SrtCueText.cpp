@@ -12,6 +12,10 @@ using zelcaptioning::TextSpanAttributes;
 
 namespace {
 
+// The colour of text no font tag colours; read once, as a default-made
+// attribute set costs a construction and destruction.
+const zelcaptioning::CaptioningColor kPlainTextColor = TextSpanAttributes().textColor;
+
 // Tag and attribute names are ASCII: only A to Z change.
 std::string Lowercase(std::string_view text) {
     std::string lower(text);
@@ -62,7 +66,7 @@ void SrtCueText::Restyle() {
     current_.SetBolded(boldDepth_ > 0);
     current_.SetItalicized(italicDepth_ > 0);
     current_.SetUnderlined(underlineDepth_ > 0);
-    current_.textColor = colorStack_.empty() ? TextSpanAttributes().textColor : colorStack_.back();
+    current_.textColor = colorStack_.empty() ? kPlainTextColor : colorStack_.back();
 }
 
 void SrtCueText::ParseLine(std::string_view line, std::uint64_t lineNumber) {

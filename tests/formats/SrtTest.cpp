@@ -141,6 +141,29 @@ TEST(SrtReader, PlacesCaptionsByKeypadTags) {
     EXPECT_THAT(test::LinesOf(*result.captions[0]), ElementsAre("Top left", "second"));
 }
 
+TEST(SrtReader, ReadsTagNamesInAnyCase) {
+    const ReadResult result =
+        ReadSrt("1\n00:00:01,000 --> 00:00:02,000\n"
+                "<B>b</b><I>i</I><uU>x</Uu><FoNt color=\"red\">r</FONT><S x=1>s</S>\n");
+    ASSERT_EQ(result.captions.size(), 1u);
+    const auto& line = *result.captions[0]->GetCaptionTextParagraph(0);
+    ASSERT_EQ(line.GetNumSpans(), 5u);
+    EXPECT_EQ(zelcore::ToUTF8(line.GetCaptionTextSpan(0)->GetCaptionText()), "b");
+    EXPECT_TRUE(line.GetCaptionTextSpan(0)->StyleAttributes().IsBolded());
+    EXPECT_TRUE(line.GetCaptionTextSpan(1)->StyleAttributes().IsItalicized());
+    EXPECT_EQ(zelcore::ToUTF8(line.GetCaptionTextSpan(2)->GetCaptionText()), "x")
+        << "a longer name that starts like u is not underline";
+    EXPECT_EQ(line.GetCaptionTextSpan(2)->StyleAttributes(), TextSpanAttributes());
+    EXPECT_EQ(line.GetCaptionTextSpan(3)->StyleAttributes().textColor,
+              CaptioningColor(1.0f, 0.0f, 0.0f, 1.0f));
+    EXPECT_EQ(line.GetCaptionTextSpan(4)->StyleAttributes(), TextSpanAttributes());
+    EXPECT_THAT(Messages(result.warnings),
+                ElementsAre("in.srt:3:17: unsupported tag <uu> dropped",
+                            "in.srt:3:22: unsupported tag </uu> dropped",
+                            "in.srt:3:53: unsupported tag <s> dropped",
+                            "in.srt:3:61: unsupported tag </s> dropped"));
+}
+
 TEST(SrtReader, KeepsWhatIsNotMarkupAsTextAndDecodesReferences) {
     const ReadResult result = ReadSrt(
         "1\n00:00:01,000 --> 00:00:02,000\na < b {x} & c &lt;i&gt; &#9834; &#x266A; &bogus;\n");

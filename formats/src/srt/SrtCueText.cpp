@@ -17,14 +17,23 @@ namespace {
 const zelcaptioning::CaptioningColor kPlainTextColor = TextSpanAttributes().textColor;
 
 // Tag and attribute names are ASCII: only A to Z change.
+char LowercaseAscii(char c) {
+    return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
+}
+
 std::string Lowercase(std::string_view text) {
     std::string lower(text);
     for (char& c : lower) {
-        if (c >= 'A' && c <= 'Z') {
-            c = static_cast<char>(c - 'A' + 'a');
-        }
+        c = LowercaseAscii(c);
     }
     return lower;
+}
+
+// Whether a tag's name is `lowerName`, in any case; compared in place, as
+// almost every tag is one of a few short names.
+bool IsTagName(std::string_view name, std::string_view lowerName) {
+    return std::equal(name.begin(), name.end(), lowerName.begin(), lowerName.end(),
+                      [](char c, char lower) { return LowercaseAscii(c) == lower; });
 }
 
 bool IsAlpha(char c) {
@@ -126,19 +135,19 @@ std::size_t SrtCueText::ParseTag(std::string_view text, std::uint64_t lineNumber
     if (nameLength == 0) {
         return 0;
     }
-    const std::string name = Lowercase(body.substr(0, nameLength));
+    const std::string_view name = body.substr(0, nameLength);
     const std::string_view attributes = body.substr(nameLength);
     const int step = closing ? -1 : 1;
     auto adjust = [step](int& depth) {
         depth = std::max(0, depth + step);
     };
-    if (name == "b") {
+    if (IsTagName(name, "b")) {
         adjust(boldDepth_);
-    } else if (name == "i") {
+    } else if (IsTagName(name, "i")) {
         adjust(italicDepth_);
-    } else if (name == "u") {
+    } else if (IsTagName(name, "u")) {
         adjust(underlineDepth_);
-    } else if (name == "font") {
+    } else if (IsTagName(name, "font")) {
         if (closing) {
             if (!colorStack_.empty()) {
                 colorStack_.pop_back();
@@ -147,8 +156,9 @@ std::size_t SrtCueText::ParseTag(std::string_view text, std::uint64_t lineNumber
             ApplyFontTag(attributes, lineNumber, column);
         }
     } else if (attributes.empty() || attributes.find('=') != std::string_view::npos) {
-        log_.Warn(SourceLocation::AtLine(lineNumber, column),
-                  "unsupported tag <" + std::string(closing ? "/" : "") + name + "> dropped");
+        log_.Warn(SourceLocation::AtLine(lineNumber, column), "unsupported tag <" +
+                                                                  std::string(closing ? "/" : "") +
+                                                                  Lowercase(name) + "> dropped");
     } else {
         return 0; // words in angle brackets, such as <LAUGHING & WHOOPS!>, are text
     }

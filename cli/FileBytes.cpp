@@ -52,25 +52,54 @@ FileBytes::~FileBytes() {
     }
 }
 
-bool WriteFileBytes(const std::string& path, std::string_view bytes) {
-    const int descriptor = ::open(path.c_str(), O_WRONLY | O_CREAT | O_CLOEXEC, 0666);
-    if (descriptor < 0) {
-        return false;
-    }
-    bool written = true;
-    for (std::size_t done = 0; written && done < bytes.size();) {
+namespace {
+
+bool WriteAll(int descriptor, std::string_view bytes) {
+    for (std::size_t done = 0; done < bytes.size();) {
         const ssize_t count = ::write(descriptor, bytes.data() + done, bytes.size() - done);
         if (count > 0) {
             done += static_cast<std::size_t>(count);
         } else if (count == 0 || errno != EINTR) {
-            written = false;
+            return false;
         }
     }
-    struct stat status {};
-    if (written && ::fstat(descriptor, &status) == 0 && S_ISREG(status.st_mode)) {
-        written = ::ftruncate(descriptor, static_cast<off_t>(bytes.size())) == 0;
+    return true;
+}
+
+} // namespace
+
+bool WriteFileBytes(const std::string& path, std::string_view bytes) {
+    struct stat existing {};
+    const bool exists = ::stat(path.c_str(), &existing) == 0;
+    if (exists && !S_ISREG(existing.st_mode)) {
+        // A pipe or a device cannot be replaced: it takes the bytes as they come.
+        const int descriptor = ::open(path.c_str(), O_WRONLY | O_CLOEXEC);
+        if (descriptor < 0) {
+            return false;
+        }
+        const bool written = WriteAll(descriptor, bytes);
+        return ::close(descriptor) == 0 && written;
     }
-    return ::close(descriptor) == 0 && written;
+    // A file is written whole beside its place and then renamed over it, so a
+    // write that fails (a full disk) leaves the old file as it was.
+    std::string temporary = path + ".XXXXXX";
+    const int descriptor = ::mkstemp(temporary.data());
+    if (descriptor < 0) {
+        return false;
+    }
+    mode_t mode = existing.st_mode & 07777;
+    if (!exists) {
+        const mode_t mask = ::umask(0);
+        ::umask(mask);
+        mode = 0666 & ~mask;
+    }
+    bool written = ::fchmod(descriptor, mode) == 0 && WriteAll(descriptor, bytes);
+    written = ::close(descriptor) == 0 && written;
+    if (!written || ::rename(temporary.c_str(), path.c_str()) != 0) {
+        ::unlink(temporary.c_str());
+        return false;
+    }
+    return true;
 }
 
 std::string_view FileBytes::View() const {

@@ -29,9 +29,8 @@ private:
 };
 
 // Makes the file at `path` hold exactly `bytes`; false when it cannot be
-// opened or written. An existing regular file is written over in place and
-// then cut to length: emptying it first would make the file system free its
-// blocks only to allocate them again.
+// written, and then a file that was there is left as it was. A pipe or device
+// at the path is written to as it is.
 bool WriteFileBytes(const std::string& path, std::string_view bytes);
 
 } // namespace captioncli

@@ -24,8 +24,9 @@ public:
     // part of the project.
     virtual Mark RecordEdit(const ModelEdit& edit, BE::UndoMode mode,
                             std::u16string_view actionName) = 0;
-    virtual void RecordUndo() = 0;
-    virtual void RecordRedo() = 0;
+    // The step's edit is about to be reverted (undo) or applied again (redo).
+    virtual void RecordUndo(const ModelEdit& step) = 0;
+    virtual void RecordRedo(const ModelEdit& step) = 0;
     virtual void RecordHistoryCleared() = 0;
     // Forgets everything recorded since the mark.
     virtual void Retract(Mark mark) = 0;

@@ -22,6 +22,12 @@ public:
     // the target is still where the model found it; throws JsonValueError for
     // content a project file cannot hold.
     virtual std::string Describe() const = 0;
+
+    // What Revert would do, in the same terms: called before Revert, while
+    // the edit is applied. A journal records it for an undo that its replay
+    // cannot perform from its own records (the step was made before the
+    // journal began), so it must reproduce the reverted state exactly.
+    virtual std::string DescribeRevert() const = 0;
 };
 
 } // namespace platform::core

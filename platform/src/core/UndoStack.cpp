@@ -63,11 +63,25 @@ public:
         }
     }
 
+    const ModelEdit& Edit() const { return *edit_; }
+
 private:
     std::unique_ptr<ModelEdit> edit_;
     bool& applyingStep_;
     bool alreadyApplied_ = true;
 };
+
+// Makes room on the stack and then goes: pushing it drops the undone steps,
+// undoing it removes it.
+class DroppingCommand final : public QUndoCommand {
+public:
+    void redo() override {}
+    void undo() override { setObsolete(true); }
+};
+
+const ModelEdit& EditOf(const QUndoStack& stack, int index) {
+    return static_cast<const EditCommand*>(stack.command(index))->Edit();
+}
 
 QString ToQString(const zelcore::UTF16String& s) {
     return QString::fromUtf16(s.data(), static_cast<qsizetype>(s.size()));
@@ -145,7 +159,7 @@ void UndoStack::Undo() {
         return;
     }
     if (impl_->recorder) {
-        impl_->recorder->RecordUndo();
+        impl_->recorder->RecordUndo(EditOf(impl_->stack, impl_->stack.index() - 1));
     }
     impl_->stack.undo();
     impl_->onChanged();
@@ -156,7 +170,7 @@ void UndoStack::Redo() {
         return;
     }
     if (impl_->recorder) {
-        impl_->recorder->RecordRedo();
+        impl_->recorder->RecordRedo(EditOf(impl_->stack, impl_->stack.index()));
     }
     impl_->stack.redo();
     impl_->onChanged();
@@ -177,6 +191,15 @@ bool UndoStack::IsClean() const {
 void UndoStack::MarkClean() {
     impl_->stack.setClean();
     impl_->changedOutsideHistory = false;
+    impl_->onChanged();
+}
+
+void UndoStack::DropRedoSteps() {
+    if (!CanRedo()) {
+        return;
+    }
+    impl_->stack.push(new DroppingCommand);
+    impl_->stack.undo();
     impl_->onChanged();
 }
 

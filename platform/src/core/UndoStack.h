@@ -47,6 +47,11 @@ public:
     void MarkClean() override;
     void Clear() override;
 
+    // Forgets the steps that were undone, as a new step would, without
+    // telling the recorder: for a replayed journal whose history cannot
+    // redo them in the order they were recorded in.
+    void DropRedoSteps();
+
 private:
     struct Impl;
     std::unique_ptr<Impl> impl_;

@@ -157,15 +157,59 @@ protected:
 
     KSL::InterfaceRef<BE::IProject> Recover(const std::string& journalBytes,
                                             BE::ReplayResult* replayed = nullptr) {
+        return RecoverFrom(base_, journalBytes, replayed);
+    }
+
+    KSL::InterfaceRef<BE::IProject> RecoverFrom(const std::string& file,
+                                                const std::string& journalBytes,
+                                                BE::ReplayResult* replayed = nullptr) {
         const BE::JournalReadResult read = BE::ReadJournal(journalBytes);
         EXPECT_TRUE(read.journal) << read.error;
-        KSL::InterfaceRef<BE::IProject> project = OpenBytes(base_);
+        KSL::InterfaceRef<BE::IProject> project = OpenBytes(file);
         const BE::ReplayResult result = BE::ReplayJournal(project, *read.journal);
         EXPECT_FALSE(result.problem) << *result.problem;
         if (replayed) {
             *replayed = result;
         }
         return project;
+    }
+
+    // Saves the project (the journal begins again from the file), then walks
+    // its whole history down and up again, and takes two older steps back
+    // under a new one: after each, a recovery from the file has the content.
+    void SaveAndWalkThroughTheOlderSteps() {
+        const std::string file = Saved(project_);
+        journal_->Restart(BE::ProjectFileDigest(file));
+        BE::IUndoHistory& history = project_->GetUndoHistory();
+        std::size_t walked = 0;
+        const auto expectRecovered = [&] {
+            SCOPED_TRACE("after walking " + std::to_string(++walked));
+            const KSL::InterfaceRef<BE::IProject> recovered = RecoverFrom(file, ReadBytes(path_));
+            EXPECT_EQ(Saved(recovered), Saved(project_));
+            return recovered;
+        };
+        ASSERT_TRUE(history.CanUndo());
+        while (history.CanUndo()) {
+            history.Undo();
+            expectRecovered();
+        }
+        while (history.CanRedo()) {
+            history.Redo();
+            expectRecovered();
+        }
+        history.Undo();
+        history.Undo();
+        expectRecovered();
+        MZ::Captioning(FirstStream(project_))
+            .AddCaption(MakeCaption(Seconds(50), Seconds(51), "after the save"));
+        const auto recovered = expectRecovered();
+        EXPECT_EQ(recovered->GetUndoHistory().GetStepCount(), 1u);
+        history.Undo();
+        history.Undo();
+        // The recovered history cannot redo an older step before the new one.
+        const auto last = expectRecovered();
+        EXPECT_FALSE(last->GetUndoHistory().CanUndo());
+        EXPECT_FALSE(last->GetUndoHistory().CanRedo());
     }
 
     QTemporaryDir dir_;
@@ -264,6 +308,44 @@ TEST_F(EditJournalTest, RestartEmptiesTheJournalAndRemoveDeletesIt) {
     journal_->Remove();
     EXPECT_FALSE(QFile::exists(QString::fromStdString(path_)));
     project_->GetUndoHistory().Undo(); // recorded nowhere, and harmless
+}
+
+TEST_F(EditJournalTest, StepsOfEveryKindMadeBeforeASaveAreUndoneAndRedoneByReplay) {
+    Record();
+    SaveAndWalkThroughTheOlderSteps();
+}
+
+TEST_F(EditJournalTest, RemovalsMadeBeforeASaveAreUndoneByReplayInTheirPlaces) {
+    project_ = OpenBytes(base_);
+    std::string error;
+    journal_ = BE::EditJournal::Start(project_, path_, BE::ProjectFileDigest(base_), error);
+    ASSERT_TRUE(journal_) << error;
+    const KSL::InterfaceRef<BE::IProject>& p = project_;
+    MZ::Captioning captioning(FirstStream(p));
+    captioning.RemoveCaption(FirstStream(p)->GetCaption(0), true);
+    // Two captions beginning together; the first goes back before the second.
+    captioning.AddCaption(MakeCaption(Seconds(40), Seconds(41), "first"));
+    captioning.AddCaption(MakeCaption(Seconds(40), Seconds(42), "second"));
+    // Removed with a ripple, it moves the captions beginning after its end
+    // only, not the two beginning while it is shown.
+    const auto overlapping = MakeCaption(Seconds(39), Seconds(41), "overlapping");
+    captioning.AddCaption(overlapping);
+    captioning.RemoveCaption(overlapping, true);
+    const auto stream = FirstStream(p);
+    std::size_t first = 0;
+    while (stream->GetCaption(first)->GetBeginTime() != Seconds(40)) {
+        ++first;
+    }
+    ASSERT_EQ(stream->GetCaption(first + 1)->GetBeginTime(), Seconds(40));
+    captioning.RemoveCaption(stream->GetCaption(first), false);
+    p->AddCaptioningStream(p->GetBin(0)->GetMasterClip(1), zelcaptioning::kStreamFormat_Teletext,
+                           BE::UndoMode::kAsUndoStep);
+    p->RemoveCaptioningStream(p->GetBin(0)->GetMasterClip(0)->GetCaptioningStream(0),
+                              BE::UndoMode::kAsUndoStep);
+    p->RemoveMasterClip(p->GetBin(0)->GetMasterClip(0), BE::UndoMode::kAsUndoStep);
+    p->RemoveSequence(p->GetBin(0)->GetSequence(0), BE::UndoMode::kAsUndoStep);
+    p->AddBin(u"Added bin", BE::UndoMode::kAsUndoStep);
+    SaveAndWalkThroughTheOlderSteps();
 }
 
 TEST_F(EditJournalTest, ContinueKeepsTheReplayedRecordsAndAppendsAfterThem) {

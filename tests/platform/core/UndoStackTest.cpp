@@ -25,6 +25,9 @@ public:
     bool Apply() override { return Change(amount_); }
     bool Revert() override { return Change(-amount_); }
     std::string Describe() const override { return "{\"add\":" + std::to_string(amount_) + "}"; }
+    std::string DescribeRevert() const override {
+        return "{\"add\":" + std::to_string(-amount_) + "}";
+    }
 
 private:
     bool Change(int delta) {
@@ -148,6 +151,7 @@ TEST_F(UndoStackTest, StepRequestedWhileAStepIsUndoneIsRefused) {
             : stack_(s) {}
         bool Apply() override { return true; }
         std::string Describe() const override { return "{}"; }
+        std::string DescribeRevert() const override { return "{}"; }
         bool Revert() override {
             int scratch = 0;
             EXPECT_THROW(

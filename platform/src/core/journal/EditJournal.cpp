@@ -135,20 +135,29 @@ struct EditJournal::Impl final : EditRecorder {
         return true;
     }
 
+    // The description, or null when one cannot be written, after which the
+    // journal has stopped.
+    std::optional<std::string> Described(const std::function<std::string()>& describe) {
+        try {
+            return describe();
+        } catch (const platform::core::JsonValueError& error) {
+            Fail("a change holds what a project file cannot: " + error.GetPath() + ": " +
+                 error.what());
+            return std::nullopt;
+        }
+    }
+
     Mark RecordEdit(const platform::core::ModelEdit& edit, UndoMode mode,
                     std::u16string_view actionName) override {
         const Mark mark = size;
         if (fd < 0) {
             return mark;
         }
-        std::string payload = "{\"edit\":";
-        try {
-            payload += edit.Describe();
-        } catch (const platform::core::JsonValueError& error) {
-            Fail("a change holds what a project file cannot: " + error.GetPath() + ": " +
-                 error.what());
+        std::optional<std::string> described = Described([&edit] { return edit.Describe(); });
+        if (!described) {
             return mark;
         }
+        std::string payload = "{\"edit\":" + *described;
         if (mode == UndoMode::kAsUndoStep && !actionName.empty()) {
             payload += ",\"name\":";
             platform::core::AppendJsonString(actionName, payload);
@@ -158,8 +167,34 @@ struct EditJournal::Impl final : EditRecorder {
         Append(payload);
         return mark;
     }
-    void RecordUndo() override { Append(R"({"op":"undo"})"); }
-    void RecordRedo() override { Append(R"({"op":"redo"})"); }
+
+    // An undo or redo names what it changes too, for a replay whose history
+    // does not hold the step (one made before the journal began). A step
+    // whose target has left the project changes nothing, and says so by null.
+    void RecordStep(std::string_view op, std::string_view key,
+                    const std::function<std::string()>& describe) {
+        if (fd < 0) {
+            return;
+        }
+        std::optional<std::string> described = Described([&describe] {
+            try {
+                return describe();
+            } catch (const KSL::Exception&) {
+                return std::string("null");
+            }
+        });
+        if (described) {
+            Append("{\"op\":\"" + std::string(op) + "\",\"" + std::string(key) +
+                   "\":" + *described + "}");
+        }
+    }
+
+    void RecordUndo(const platform::core::ModelEdit& step) override {
+        RecordStep("undo", "revert", [&step] { return step.DescribeRevert(); });
+    }
+    void RecordRedo(const platform::core::ModelEdit& step) override {
+        RecordStep("redo", "apply", [&step] { return step.Describe(); });
+    }
     void RecordHistoryCleared() override { Append(R"({"op":"clearHistory"})"); }
     void Retract(Mark mark) override {
         if (fd >= 0 && mark < size) {

@@ -91,6 +91,44 @@ EditDescription& EditDescription::Caption(std::string_view key,
     return *this;
 }
 
+EditDescription& EditDescription::Captions(std::string_view key, const CaptioningStream& stream) {
+    Key(key);
+    text_ += '[';
+    const std::vector<CaptioningStream::Entry>& entries = stream.GetEntries();
+    for (std::size_t i = 0; i < entries.size(); ++i) {
+        if (i > 0) {
+            text_ += ',';
+        }
+        AppendCaptionJson(
+            *entries[i].caption, [&] { return std::string(key) + "[" + std::to_string(i) + "]"; },
+            text_);
+    }
+    text_ += ']';
+    return *this;
+}
+
+EditDescription& EditDescription::Streams(std::string_view key, const MasterClip& clip) {
+    Key(key);
+    text_ += '[';
+    for (std::size_t i = 0; i < clip.GetCaptioningStreamCount(); ++i) {
+        if (i > 0) {
+            text_ += ',';
+        }
+        const auto* stream = ImplementationOf<CaptioningStream>(clip.GetCaptioningStream(i));
+        const std::optional<std::string_view> format = NameOf(stream->GetStreamFormat());
+        if (!format) {
+            throw JsonValueError(std::string(key) + "[" + std::to_string(i) + "].format",
+                                 "the stream's format has no name in project files");
+        }
+        text_ += "{\"format\":";
+        AppendJsonString(*format, text_);
+        Captions("captions", *stream);
+        text_ += '}';
+    }
+    text_ += ']';
+    return *this;
+}
+
 std::string EditDescription::Finish() && {
     text_ += '}';
     return std::move(text_);
@@ -154,6 +192,14 @@ KSL::InterfaceRef<CaptioningStream> StreamAt(Project& project, const JsonReader&
         format.Fail("the master clip has no caption stream of this format");
     }
     return KSL::InterfaceRef<CaptioningStream>(ImplementationOf<CaptioningStream>(stream));
+}
+
+std::size_t InsertionIndex(const JsonReader& description, const char* key, std::size_t count,
+                           std::optional<std::size_t> absent) {
+    if (absent && !description.FindMember(key)) {
+        return *absent;
+    }
+    return IndexMember(description, key, count + 1);
 }
 
 boost::intrusive_ptr<zelcaptioning::Caption> CaptionAt(const CaptioningStream& stream,

@@ -10,6 +10,7 @@
 #include <QJsonObject>
 
 #include <cstddef>
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -29,6 +30,10 @@ public:
     EditDescription& Object(std::string_view key, const QJsonObject& object);
     // The caption's JSON as a project file holds it.
     EditDescription& Caption(std::string_view key, const zelcaptioning::Caption& caption);
+    // The stream's captions in its order, as an array of caption objects.
+    EditDescription& Captions(std::string_view key, const CaptioningStream& stream);
+    // The clip's streams, each an object of its "format" and "captions".
+    EditDescription& Streams(std::string_view key, const MasterClip& clip);
 
     std::string Finish() &&;
 
@@ -57,6 +62,11 @@ KSL::InterfaceRef<Bin> BinAt(Project& project, const JsonReader& description);
 KSL::InterfaceRef<MasterClip> ClipAt(Project& project, const JsonReader& description);
 KSL::InterfaceRef<Sequence> SequenceAt(Project& project, const JsonReader& description);
 KSL::InterfaceRef<CaptioningStream> StreamAt(Project& project, const JsonReader& description);
+// The place among count items that the member names for an item to be
+// inserted at (count for after the last); absent when there is no member,
+// which is then an error if absent is null.
+std::size_t InsertionIndex(const JsonReader& description, const char* key, std::size_t count,
+                           std::optional<std::size_t> absent);
 boost::intrusive_ptr<zelcaptioning::Caption> CaptionAt(const CaptioningStream& stream,
                                                        const JsonReader& description);
 

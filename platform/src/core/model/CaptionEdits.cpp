@@ -21,10 +21,12 @@ void AnnounceCaptionChange(const KSL::InterfaceRef<CaptioningStream>& stream,
 
 CaptionMembershipEdit::CaptionMembershipEdit(KSL::InterfaceRef<CaptioningStream> stream,
                                              boost::intrusive_ptr<zelcaptioning::Caption> caption,
-                                             Membership applied)
+                                             Membership applied,
+                                             std::optional<std::uint64_t> arrival)
     : stream_(std::move(stream))
     , caption_(std::move(caption))
-    , applied_(applied) {}
+    , applied_(applied)
+    , arrival_(arrival) {}
 
 bool CaptionMembershipEdit::Apply() {
     return applied_ == Membership::kAdd ? Insert() : Remove();
@@ -92,6 +94,17 @@ RippleRemoveCaptionEdit::RippleRemoveCaptionEdit(
     boost::intrusive_ptr<zelcaptioning::Caption> caption)
     : stream_(std::move(stream))
     , caption_(std::move(caption)) {}
+
+std::unique_ptr<RippleRemoveCaptionEdit>
+RippleRemoveCaptionEdit::Applied(KSL::InterfaceRef<CaptioningStream> stream,
+                                 boost::intrusive_ptr<zelcaptioning::Caption> caption,
+                                 std::size_t index,
+                                 std::vector<CaptioningStream::Entry> tailBefore) {
+    auto edit = std::make_unique<RippleRemoveCaptionEdit>(std::move(stream), std::move(caption));
+    edit->index_ = index;
+    edit->tailBefore_ = std::move(tailBefore);
+    return edit;
+}
 
 bool RippleRemoveCaptionEdit::Apply() {
     const auto index = stream_->FindCaptionIndex(caption_.get());
@@ -163,10 +176,24 @@ bool RippleRemoveCaptionEdit::Revert() {
 }
 
 std::string CaptionMembershipEdit::Describe() const {
-    if (applied_ == Membership::kAdd) {
-        EditDescription description("addCaption");
-        return std::move(AddPlace(*stream_, description).Caption("caption", *caption_)).Finish();
-    }
+    return applied_ == Membership::kAdd ? DescribeInsert() : DescribeRemove();
+}
+
+std::string CaptionMembershipEdit::DescribeRevert() const {
+    return applied_ == Membership::kAdd ? DescribeRemove() : DescribeInsert();
+}
+
+// The index tells a replay where among captions of equal begin times the
+// caption goes, which its arrival decides here.
+std::string CaptionMembershipEdit::DescribeInsert() const {
+    EditDescription description("addCaption");
+    return std::move(AddPlace(*stream_, description)
+                         .Caption("caption", *caption_)
+                         .Index("index", stream_->LandingIndex(caption_->GetBeginTime(), arrival_)))
+        .Finish();
+}
+
+std::string CaptionMembershipEdit::DescribeRemove() const {
     EditDescription description("removeCaption");
     return std::move(
                AddPlace(*stream_, description).Index("index", CaptionIndex(*stream_, *caption_)))
@@ -185,6 +212,28 @@ std::string RippleRemoveCaptionEdit::Describe() const {
     EditDescription description("rippleRemoveCaption");
     return std::move(
                AddPlace(*stream_, description).Index("index", CaptionIndex(*stream_, *caption_)))
+        .Finish();
+}
+
+// The captions the removal did not move (those that began before the removed
+// caption's end) by their index now; every other caption after the index
+// moves back by the removed caption's duration.
+std::string RippleRemoveCaptionEdit::DescribeRevert() const {
+    std::string unshifted = "[";
+    for (const CaptioningStream::Entry& e : tailBefore_) {
+        if (e.caption != caption_ && e.beginTime < caption_->GetEndTime()) {
+            if (unshifted.size() > 1) {
+                unshifted += ',';
+            }
+            unshifted += std::to_string(CaptionIndex(*stream_, *e.caption));
+        }
+    }
+    unshifted += ']';
+    EditDescription description("rippleRestoreCaption");
+    return std::move(AddPlace(*stream_, description)
+                         .Index("index", index_)
+                         .Caption("caption", *caption_)
+                         .Json("unshifted", unshifted))
         .Finish();
 }
 

@@ -9,6 +9,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <memory>
 #include <optional>
 #include <vector>
 
@@ -18,18 +19,24 @@ enum class Membership { kAdd, kRemove };
 
 // Adds a caption object to a stream, or removes it; the reverse does the
 // other. A caption taken back keeps its arrival in the stream, so it returns
-// to its place among captions with equal begin times.
+// to its place among captions with equal begin times. An added caption takes
+// the given arrival, or one later than every caption's.
 class CaptionMembershipEdit final : public ModelEdit {
 public:
     CaptionMembershipEdit(KSL::InterfaceRef<CaptioningStream> stream,
-                          boost::intrusive_ptr<zelcaptioning::Caption> caption, Membership applied);
+                          boost::intrusive_ptr<zelcaptioning::Caption> caption, Membership applied,
+                          std::optional<std::uint64_t> arrival = std::nullopt);
     bool Apply() override;
     bool Revert() override;
     std::string Describe() const override;
+    std::string DescribeRevert() const override;
 
 private:
     bool Insert();
     bool Remove();
+    // The caption's addition, with the index its arrival gives it, or its removal.
+    std::string DescribeInsert() const;
+    std::string DescribeRemove() const;
 
     KSL::InterfaceRef<CaptioningStream> stream_;
     boost::intrusive_ptr<zelcaptioning::Caption> caption_;
@@ -47,6 +54,7 @@ public:
     bool Apply() override;
     bool Revert() override;
     std::string Describe() const override;
+    std::string DescribeRevert() const override { return Describe(); }
 
 private:
     bool SwapContent();
@@ -64,9 +72,16 @@ class RippleRemoveCaptionEdit final : public ModelEdit {
 public:
     RippleRemoveCaptionEdit(KSL::InterfaceRef<CaptioningStream> stream,
                             boost::intrusive_ptr<zelcaptioning::Caption> caption);
+    // The edit as if it had removed the caption at the index of the stream,
+    // which held tailBefore from there on, so that Revert restores them.
+    static std::unique_ptr<RippleRemoveCaptionEdit>
+    Applied(KSL::InterfaceRef<CaptioningStream> stream,
+            boost::intrusive_ptr<zelcaptioning::Caption> caption, std::size_t index,
+            std::vector<CaptioningStream::Entry> tailBefore);
     bool Apply() override;
     bool Revert() override;
     std::string Describe() const override;
+    std::string DescribeRevert() const override;
 
 private:
     KSL::InterfaceRef<CaptioningStream> stream_;

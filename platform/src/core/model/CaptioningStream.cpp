@@ -200,6 +200,30 @@ std::vector<CaptioningStream::Entry>& CaptioningStream::MutableEntries() {
     return entries_;
 }
 
+std::size_t CaptioningStream::LandingIndex(const zelmediatypes::TickTime& begin,
+                                           std::optional<std::uint64_t> arrival) const {
+    const Entry entry{begin, begin, arrival.value_or(std::numeric_limits<std::uint64_t>::max()),
+                      nullptr};
+    return static_cast<std::size_t>(
+        std::partition_point(entries_.begin(), entries_.end(),
+                             [&entry](const Entry& e) { return Precedes(e, entry); }) -
+        entries_.begin());
+}
+
+std::uint64_t CaptioningStream::ArrivalLandingAt(std::size_t index,
+                                                 const zelmediatypes::TickTime& begin) {
+    if (index >= entries_.size() || entries_[index].beginTime != begin) {
+        return NextArrival();
+    }
+    // Arrivals among equal begin times are distinct and rising, so the one at
+    // the index lies above its predecessor's and is free once the rest rise.
+    const std::uint64_t arrival = entries_[index].arrival;
+    for (std::size_t i = index; i < entries_.size() && entries_[i].beginTime == begin; ++i) {
+        nextArrival_ = std::max(nextArrival_, ++entries_[i].arrival + 1);
+    }
+    return arrival;
+}
+
 std::size_t CaptioningStream::Insert(boost::intrusive_ptr<zelcaptioning::Caption> caption,
                                      std::uint64_t arrival) {
     MarkTimeTableStale();

@@ -9,6 +9,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <optional>
 #include <vector>
 
 namespace platform::core {
@@ -86,6 +87,14 @@ public:
 
     // An arrival later than every caption's so far.
     std::uint64_t NextArrival() { return nextArrival_++; }
+    // The index at which Insert would store a caption beginning at begin with
+    // the arrival; without one, with an arrival later than every caption's.
+    std::size_t LandingIndex(const zelmediatypes::TickTime& begin,
+                             std::optional<std::uint64_t> arrival) const;
+    // An arrival with which Insert stores a caption beginning at begin at the
+    // index, among the captions beginning then. The arrivals of those from
+    // the index on are raised by one to make room; their order is kept.
+    std::uint64_t ArrivalLandingAt(std::size_t index, const zelmediatypes::TickTime& begin);
     // Stores the caption with its current times in its place; returns its index.
     std::size_t Insert(boost::intrusive_ptr<zelcaptioning::Caption> caption, std::uint64_t arrival);
     Entry RemoveAt(std::size_t index);

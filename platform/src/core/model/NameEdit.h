@@ -14,6 +14,7 @@ public:
     bool Apply() override { return Swap(); }
     bool Revert() override { return Swap(); }
     std::string Describe() const override;
+    std::string DescribeRevert() const override { return Describe(); }
 
 private:
     bool Swap();

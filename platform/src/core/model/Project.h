@@ -64,6 +64,8 @@ public:
     void Execute(std::unique_ptr<ModelEdit> edit, BE::UndoMode mode,
                  std::u16string_view actionName);
 
+    // See UndoStack::DropRedoSteps.
+    void DropRedoSteps() { undo_.DropRedoSteps(); }
     // See UndoStack::SetRecorder.
     void SetRecorder(EditRecorder* recorder) { undo_.SetRecorder(recorder); }
 

@@ -15,6 +15,7 @@ public:
     bool Apply() override { return Swap(); }
     bool Revert() override { return Swap(); }
     std::string Describe() const override;
+    std::string DescribeRevert() const override { return Describe(); }
 
 private:
     bool Swap();
@@ -33,6 +34,7 @@ public:
     bool Apply() override { return Swap(); }
     bool Revert() override { return Swap(); }
     std::string Describe() const override;
+    std::string DescribeRevert() const override { return Describe(); }
 
 private:
     bool Swap();

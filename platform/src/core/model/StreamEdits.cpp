@@ -2,7 +2,6 @@
 
 #include "BE/StreamMessages.h"
 #include "KSL/StationUtils.h"
-#include "file/CaptionJson.h"
 #include "file/JsonValues.h"
 #include "journal/EditTargets.h"
 
@@ -93,17 +92,39 @@ std::string_view FormatName(zelcaptioning::StreamFormat format) {
     return *name;
 }
 
+// The stream with its captions in the place of the clip's stream of its
+// format, if the clip has one.
+std::string DescribePut(const MasterClip& clip, const CaptioningStream& stream) {
+    EditDescription description("putStream");
+    return std::move(AddPlace(clip, description)
+                         .Name("format", FormatName(stream.GetStreamFormat()))
+                         .Captions("captions", stream))
+        .Finish();
+}
+
 } // namespace
 
 std::string StreamMembershipEdit::Describe() const {
-    if (applied_ == Membership::kAdd) {
-        // A stream is added new and empty (Project::AddCaptioningStream); one
-        // added back with its captions is the undoing of its removal.
-        EditDescription description("addStream");
-        return std::move(AddPlace(*clip_, description)
-                             .Name("format", FormatName(stream_->GetStreamFormat())))
-            .Finish();
+    return applied_ == Membership::kAdd ? DescribeAttach() : DescribeDetach();
+}
+
+std::string StreamMembershipEdit::DescribeRevert() const {
+    return applied_ == Membership::kAdd ? DescribeDetach() : DescribeAttach();
+}
+
+// A stream is added new and empty (Project::AddCaptioningStream); one added
+// back holds the captions it had when it was removed.
+std::string StreamMembershipEdit::DescribeAttach() const {
+    if (!stream_->GetEntries().empty()) {
+        return DescribePut(*clip_, *stream_);
     }
+    EditDescription description("addStream");
+    return std::move(
+               AddPlace(*clip_, description).Name("format", FormatName(stream_->GetStreamFormat())))
+        .Finish();
+}
+
+std::string StreamMembershipEdit::DescribeDetach() const {
     EditDescription description("removeStream");
     return std::move(AddPlace(*stream_, description)).Finish();
 }
@@ -150,21 +171,11 @@ bool PutStreamEdit::Revert() {
 }
 
 std::string PutStreamEdit::Describe() const {
-    std::string captions = "[";
-    for (std::size_t i = 0; i < stream_->GetEntries().size(); ++i) {
-        if (i > 0) {
-            captions += ',';
-        }
-        AppendCaptionJson(
-            *stream_->GetEntries()[i].caption,
-            [i] { return "captions[" + std::to_string(i) + "]"; }, captions);
-    }
-    captions += ']';
-    EditDescription description("putStream");
-    return std::move(AddPlace(*clip_, description)
-                         .Name("format", FormatName(stream_->GetStreamFormat()))
-                         .Json("captions", captions))
-        .Finish();
+    return DescribePut(*clip_, *stream_);
+}
+
+std::string PutStreamEdit::DescribeRevert() const {
+    return removeOld_ ? DescribePut(*clip_, removeOld_->GetStream()) : addNew_.DescribeRevert();
 }
 
 } // namespace platform::core

@@ -19,10 +19,15 @@ public:
     bool Apply() override;
     bool Revert() override;
     std::string Describe() const override;
+    std::string DescribeRevert() const override;
+
+    const CaptioningStream& GetStream() const { return *stream_; }
 
 private:
     bool Attach();
     bool Detach();
+    std::string DescribeAttach() const;
+    std::string DescribeDetach() const;
 
     KSL::InterfaceRef<MasterClip> clip_;
     KSL::InterfaceRef<CaptioningStream> stream_;
@@ -39,6 +44,7 @@ public:
     bool Apply() override;
     bool Revert() override;
     std::string Describe() const override;
+    std::string DescribeRevert() const override { return Describe(); }
 
 private:
     bool SwapFormat();
@@ -56,6 +62,7 @@ public:
     bool Apply() override;
     bool Revert() override;
     std::string Describe() const override;
+    std::string DescribeRevert() const override;
 
 private:
     KSL::InterfaceRef<MasterClip> clip_;

@@ -32,6 +32,19 @@ std::optional<std::size_t> IndexIn(const std::vector<KSL::InterfaceRef<T>>& item
     return static_cast<std::size_t>(found - items.begin());
 }
 
+std::string DescribeSequenceInsert(const Bin& bin, const Sequence& sequence, std::size_t index) {
+    QJsonObject settings;
+    WriteSequenceSettings(sequence.GetSettings(), "settings", settings);
+    EditDescription description("addSequence");
+    return std::move(AddPlace(bin, description).Object("settings", settings).Index("index", index))
+        .Finish();
+}
+
+std::string DescribeSequenceRemove(const Sequence& sequence) {
+    EditDescription description("removeSequence");
+    return std::move(AddPlace(sequence, description)).Finish();
+}
+
 } // namespace
 
 AddBinEdit::AddBinEdit(Project& project, KSL::InterfaceRef<Bin> bin)
@@ -60,11 +73,12 @@ bool AddBinEdit::Revert() {
 }
 
 ClipMembershipEdit::ClipMembershipEdit(KSL::InterfaceRef<Bin> bin,
-                                       KSL::InterfaceRef<MasterClip> clip, Membership applied)
+                                       KSL::InterfaceRef<MasterClip> clip, Membership applied,
+                                       std::optional<std::size_t> index)
     : bin_(std::move(bin))
     , clip_(std::move(clip))
     , applied_(applied)
-    , index_(bin_->GetClips().size()) {}
+    , index_(index.value_or(bin_->GetClips().size())) {}
 
 bool ClipMembershipEdit::Apply() {
     return applied_ == Membership::kAdd ? Insert() : Remove();
@@ -98,15 +112,18 @@ bool ClipMembershipEdit::Remove() {
     return true;
 }
 
-AddSequenceEdit::AddSequenceEdit(KSL::InterfaceRef<Bin> bin, KSL::InterfaceRef<Sequence> sequence)
+AddSequenceEdit::AddSequenceEdit(KSL::InterfaceRef<Bin> bin, KSL::InterfaceRef<Sequence> sequence,
+                                 std::optional<std::size_t> index)
     : bin_(std::move(bin))
-    , sequence_(std::move(sequence)) {}
+    , sequence_(std::move(sequence))
+    , index_(index) {}
 
 bool AddSequenceEdit::Apply() {
-    if (sequence_->GetOwner()) {
+    const std::size_t count = bin_->GetSequences().size();
+    if (sequence_->GetOwner() || index_.value_or(count) > count) {
         return false;
     }
-    bin_->InsertSequence(bin_->GetSequences().size(), sequence_);
+    bin_->InsertSequence(index_.value_or(count), sequence_);
     AnnounceStructureChange(bin_->GetProject(), KSL::InterfaceRef<BE::IProjectItem>(sequence_),
                             BE::ProjectStructureChangeKind::kAdded);
     return true;
@@ -128,22 +145,41 @@ std::string AddBinEdit::Describe() const {
     return std::move(description.Text("name", zelcore::View(bin_->GetName()))).Finish();
 }
 
+std::string AddBinEdit::DescribeRevert() const {
+    EditDescription description("removeBin");
+    return std::move(AddPlace(*bin_, description)).Finish();
+}
+
 std::string ClipMembershipEdit::Describe() const {
-    if (applied_ == Membership::kAdd) {
-        QJsonObject settings;
-        WriteClipSettings(clip_->GetSettings(), "settings", settings);
-        EditDescription description("addClip");
-        return std::move(AddPlace(*bin_, description).Object("settings", settings)).Finish();
-    }
+    return applied_ == Membership::kAdd ? DescribeInsert() : DescribeRemove();
+}
+
+std::string ClipMembershipEdit::DescribeRevert() const {
+    return applied_ == Membership::kAdd ? DescribeRemove() : DescribeInsert();
+}
+
+std::string ClipMembershipEdit::DescribeInsert() const {
+    QJsonObject settings;
+    WriteClipSettings(clip_->GetSettings(), "settings", settings);
+    EditDescription description("addClip");
+    return std::move(AddPlace(*bin_, description)
+                         .Object("settings", settings)
+                         .Streams("streams", *clip_)
+                         .Index("index", index_))
+        .Finish();
+}
+
+std::string ClipMembershipEdit::DescribeRemove() const {
     EditDescription description("removeClip");
     return std::move(AddPlace(*clip_, description)).Finish();
 }
 
 std::string AddSequenceEdit::Describe() const {
-    QJsonObject settings;
-    WriteSequenceSettings(sequence_->GetSettings(), "settings", settings);
-    EditDescription description("addSequence");
-    return std::move(AddPlace(*bin_, description).Object("settings", settings)).Finish();
+    return DescribeSequenceInsert(*bin_, *sequence_, index_.value_or(bin_->GetSequences().size()));
+}
+
+std::string AddSequenceEdit::DescribeRevert() const {
+    return DescribeSequenceRemove(*sequence_);
 }
 
 RemoveSequenceEdit::RemoveSequenceEdit(KSL::InterfaceRef<Bin> bin,
@@ -174,8 +210,11 @@ bool RemoveSequenceEdit::Revert() {
 }
 
 std::string RemoveSequenceEdit::Describe() const {
-    EditDescription description("removeSequence");
-    return std::move(AddPlace(*sequence_, description)).Finish();
+    return DescribeSequenceRemove(*sequence_);
+}
+
+std::string RemoveSequenceEdit::DescribeRevert() const {
+    return DescribeSequenceInsert(*bin_, *sequence_, index_);
 }
 
 } // namespace platform::core

@@ -7,6 +7,7 @@
 #include "Sequence.h"
 
 #include <cstddef>
+#include <optional>
 
 namespace platform::core {
 
@@ -19,26 +20,31 @@ public:
     bool Apply() override;
     bool Revert() override;
     std::string Describe() const override;
+    std::string DescribeRevert() const override;
 
 private:
     Project& project_;
     KSL::InterfaceRef<Bin> bin_;
 };
 
-// Adds a master clip to a bin (at the end) or removes it; removal also closes
-// it everywhere (MZ::MasterClipClosedMessage). A clip taken back returns to
-// its old index.
+// Adds a master clip to a bin (at the index, or the end) or removes it;
+// removal also closes it everywhere (MZ::MasterClipClosedMessage). A clip
+// taken back returns to its old index.
 class ClipMembershipEdit final : public ModelEdit {
 public:
     ClipMembershipEdit(KSL::InterfaceRef<Bin> bin, KSL::InterfaceRef<MasterClip> clip,
-                       Membership applied);
+                       Membership applied, std::optional<std::size_t> index = std::nullopt);
     bool Apply() override;
     bool Revert() override;
     std::string Describe() const override;
+    std::string DescribeRevert() const override;
 
 private:
     bool Insert();
     bool Remove();
+    // The clip with its settings and streams at its index, or its removal.
+    std::string DescribeInsert() const;
+    std::string DescribeRemove() const;
 
     KSL::InterfaceRef<Bin> bin_;
     KSL::InterfaceRef<MasterClip> clip_;
@@ -46,17 +52,21 @@ private:
     std::size_t index_;
 };
 
-// Appends a sequence to a bin; the reverse removes it again.
+// Inserts a sequence into a bin at the index, or appends it; the reverse
+// removes it again.
 class AddSequenceEdit final : public ModelEdit {
 public:
-    AddSequenceEdit(KSL::InterfaceRef<Bin> bin, KSL::InterfaceRef<Sequence> sequence);
+    AddSequenceEdit(KSL::InterfaceRef<Bin> bin, KSL::InterfaceRef<Sequence> sequence,
+                    std::optional<std::size_t> index = std::nullopt);
     bool Apply() override;
     bool Revert() override;
     std::string Describe() const override;
+    std::string DescribeRevert() const override;
 
 private:
     KSL::InterfaceRef<Bin> bin_;
     KSL::InterfaceRef<Sequence> sequence_;
+    std::optional<std::size_t> index_;
 };
 
 // Takes a sequence out of its bin; the reverse puts it back at its old index.
@@ -66,6 +76,7 @@ public:
     bool Apply() override;
     bool Revert() override;
     std::string Describe() const override;
+    std::string DescribeRevert() const override;
 
 private:
     KSL::InterfaceRef<Bin> bin_;

@@ -1,7 +1,9 @@
 // journal_edit_driver PROJECT SEED: opens the project as the host does (its
 // edits journalled beside it), then applies the seeded edit script without
 // end, writing the number of each edit to standard output once the edit has
-// been announced. The kill test stops it with SIGKILL.
+// been announced, and saves the project every kEditsPerSave edits, so that
+// the script also undoes and redoes steps made before a save. The kill test
+// stops it with SIGKILL.
 
 #include "JournalEditScript.h"
 #include "ProjectDocument.h"
@@ -13,6 +15,8 @@
 #include <iostream>
 #include <string>
 #include <unistd.h>
+
+constexpr unsigned long kEditsPerSave = 25;
 
 int main(int argc, char** argv) {
     if (argc != 3) {
@@ -36,6 +40,12 @@ int main(int argc, char** argv) {
         const std::string line = std::to_string(edit) + '\n';
         if (::write(STDOUT_FILENO, line.data(), line.size()) != static_cast<ssize_t>(line.size())) {
             return 1;
+        }
+        if (edit % kEditsPerSave == 0) {
+            if (const auto error = document.Save()) {
+                std::cerr << "journal_edit_driver: " << error->ToString() << '\n';
+                return 1;
+            }
         }
         QCoreApplication::processEvents();
     }

@@ -89,11 +89,14 @@ TEST(JournalKillTest, EveryAnnouncedEditSurvivesAKill) {
                                    QString::fromStdString(folder.PathOf("shot.png"))});
         ASSERT_EQ(run.exitCode, 0) << run.standardError.toStdString();
         // A kill inside a write leaves a torn last record, reported and dropped;
-        // anything else corvala reports is a fault.
+        // one inside a save, between the file's renaming and the journal's
+        // new start, a journal of the file before, set aside (the file holds
+        // every edit then). Anything else corvala reports is a fault.
         const qsizetype reports = run.standardError.count(QStringLiteral("corvala:"));
         const bool torn = run.standardError.contains(QStringLiteral("torn: its"));
+        const bool inSave = run.standardError.contains(QStringLiteral("another content"));
         tornRecords += torn ? 1 : 0;
-        EXPECT_EQ(reports, torn ? 1 : 0) << run.standardError.toStdString();
+        EXPECT_EQ(reports, torn || inSave ? 1 : 0) << run.standardError.toStdString();
         const std::string got = ReadBytes(recovered);
         editsChecked += announced;
         if (got == SavedAfter(seed, announced)) {

@@ -22,10 +22,8 @@ constexpr const char16_t* kOutLabel = u"$$$/Corvala/Handlers/CaptionView/outLabe
 constexpr std::int32_t kThumbnailLeftPx = 5;
 constexpr std::int32_t kThumbnailHeightPx = 64;
 constexpr std::int32_t kThumbnailMaxWidthPx = 196;
-constexpr std::int32_t kRowInsetPx = row_geometry::kInsetPx;
 constexpr std::int32_t kLabelGapPx = 5;
 constexpr std::int32_t kLabelHeightPx = row_geometry::kLineHeightPx;
-constexpr std::int32_t kOutRowOffsetPx = row_geometry::kOutLineOffsetPx;
 
 } // namespace
 
@@ -45,7 +43,7 @@ UIF::Rect CaptionsPane::ThumbnailBox(std::int32_t rowTopPx) const {
         }
     }
     const std::int32_t half = (kThumbnailHeightPx - height) / 2;
-    const std::int32_t top = rowTopPx + kRowInsetPx + (half < 1 ? 0 : half);
+    const std::int32_t top = rowTopPx + row_geometry::kInsetPx + (half < 1 ? 0 : half);
     return UIF::Rect::FromSize(kThumbnailLeftPx, top, width, height);
 }
 
@@ -92,14 +90,16 @@ void CaptionsPane::Draw(UIF::DC& dc, const UIF::Rect&) {
             dc.DrawImage(decal_, thumbnail);
         }
         const std::int32_t labelLeft = thumbnail.right + kLabelGapPx + kLabelGapPx;
-        dc.DrawString(
-            kInLabel,
-            UIF::Rect::FromSize(labelLeft, rowTop + kRowInsetPx, labelColumnPx_, kLabelHeightPx),
-            UIF::kFont_Normal, UIF::kColor_ReversibleBlack);
-        dc.DrawString(kOutLabel,
-                      UIF::Rect::FromSize(labelLeft, rowTop + kRowInsetPx + kOutRowOffsetPx,
+        dc.DrawString(kInLabel,
+                      UIF::Rect::FromSize(labelLeft, rowTop + row_geometry::kInsetPx,
                                           labelColumnPx_, kLabelHeightPx),
                       UIF::kFont_Normal, UIF::kColor_ReversibleBlack);
+        dc.DrawString(
+            kOutLabel,
+            UIF::Rect::FromSize(labelLeft,
+                                rowTop + row_geometry::kInsetPx + row_geometry::kOutLineOffsetPx,
+                                labelColumnPx_, kLabelHeightPx),
+            UIF::kFont_Normal, UIF::kColor_ReversibleBlack);
     }
 }
 

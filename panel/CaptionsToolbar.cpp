@@ -7,7 +7,6 @@ namespace HandlerCaptions {
 
 namespace {
 
-constexpr std::uint32_t kToolTipDelayMs = 400;
 constexpr float kDefaultFontSize = 20.0f;
 
 } // namespace

@@ -24,6 +24,10 @@ namespace HandlerCaptions {
 
 class CaptionsPane;
 
+// How long the pointer rests on one of the panel's controls before its
+// tooltip shows.
+inline constexpr std::uint32_t kToolTipDelayMs = 400;
+
 // The style toolbar above the caption list, in two families: closed captions
 // (52 pixels: caption type, position grid with column and row fields) and
 // open captions (85 pixels: font family and weight, size, edge width, open

@@ -18,7 +18,6 @@ namespace HandlerCaptions {
 
 namespace {
 
-constexpr std::uint32_t kToolTipDelayMs = 400;
 constexpr std::int32_t kPaneGapPx = 7;
 constexpr std::int32_t kButtonAreaPx = 40;
 constexpr std::int32_t kAddButtonFromRightPx = 192;

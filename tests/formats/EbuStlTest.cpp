@@ -3,6 +3,7 @@
 
 #include "DiagnosticMessages.h"
 #include "FormatSamples.h"
+#include "FrameDurations.h"
 #include "RandomCaptions.h"
 
 #include <gmock/gmock.h>
@@ -18,8 +19,6 @@ using namespace captionformats;
 using namespace zelcaptioning;
 using ::testing::ElementsAre;
 using ::testing::HasSubstr;
-
-const zelmediatypes::TickTime kFrame{zelmediatypes::kTicksPerSecond / 25};
 
 ReadResult ReadSample(const char* relative) {
     const auto file = test::SamplesDir() / "ebu-stl" / relative;
@@ -107,7 +106,7 @@ TEST(EbuStlReader, ReportsStartOfProgrammeAndOverlapsWithoutMovingTimes) {
             "are kept as written"));
     const ReadResult overlapping = ReadSample("ttconv-overlapping/overlapping_tti.stl");
     ASSERT_EQ(overlapping.captions.size(), 2u);
-    EXPECT_EQ(overlapping.captions[1]->GetBeginTime(), kFrame * 75);
+    EXPECT_EQ(overlapping.captions[1]->GetBeginTime(), formats_test::kPalFrame * 75);
     EXPECT_THAT(
         Messages(overlapping.warnings),
         ::testing::Contains(
@@ -164,9 +163,9 @@ std::vector<CaptionPtr> RandomSubtitles(std::mt19937& random, int count) {
         CaptionPtr caption(new Caption);
         caption->SetCaptionType(kCaptionType_Subtitle);
         frame += draw(0, 200);
-        caption->SetBeginTime(kFrame * frame);
+        caption->SetBeginTime(formats_test::kPalFrame * frame);
         frame += draw(1, 100);
-        caption->SetEndTime(kFrame * frame);
+        caption->SetEndTime(formats_test::kPalFrame * frame);
         const int lines = draw(1, 3);
         const int step = lines == 1 ? 2 : draw(1, 2);
         int row = draw(1, 23 - step * (lines - 1));
@@ -249,8 +248,8 @@ TEST(EbuStlWriter, WritesThirtyFramesPerSecondAndRefusesOtherRates) {
 
 TEST(EbuStlWriter, SplitsLongTextIntoExtensionBlocksAndReportsLosses) {
     CaptionPtr caption(new Caption);
-    caption->SetBeginTime(kFrame * 10 + zelmediatypes::TickTime(1));
-    caption->SetEndTime(kFrame * 50);
+    caption->SetBeginTime(formats_test::kPalFrame * 10 + zelmediatypes::TickTime(1));
+    caption->SetEndTime(formats_test::kPalFrame * 50);
     CaptionTextParagraphPtr line(new CaptionTextParagraph);
     TextSpanAttributes bold;
     bold.SetBolded(true);
@@ -269,7 +268,7 @@ TEST(EbuStlWriter, SplitsLongTextIntoExtensionBlocksAndReportsLosses) {
     const ReadResult read = EbuStlReader().Read(written.bytes, {});
     ASSERT_EQ(read.captions.size(), 1u);
     EXPECT_EQ(Text(*read.captions[0]), std::string(150, 'x') + "?");
-    EXPECT_EQ(read.captions[0]->GetBeginTime(), kFrame * 10);
+    EXPECT_EQ(read.captions[0]->GetBeginTime(), formats_test::kPalFrame * 10);
 }
 
 } // namespace

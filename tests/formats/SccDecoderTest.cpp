@@ -4,6 +4,7 @@
 
 #include "DiagnosticMessages.h"
 #include "FormatSamples.h"
+#include "FrameDurations.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -14,8 +15,6 @@ using namespace captionformats;
 using namespace zelcaptioning;
 using ::testing::ElementsAre;
 using ::testing::HasSubstr;
-
-const zelmediatypes::TickTime kFrame{zelmediatypes::kTicksPerSecond * 1001 / 30000};
 
 // Words of one SCC line at 00:00:01:00 (frame 30).
 ReadResult Decode(const std::string& words) {
@@ -89,8 +88,8 @@ TEST(Cea608Decoder, PlacesLinesByPreambleRowsAndIndents) {
 TEST(Cea608Decoder, TimesPopOnCaptionsFromEndOfCaptionToErase) {
     const ReadResult result = Decode(PopOn("c8e9"));
     ASSERT_EQ(result.captions.size(), 1u);
-    EXPECT_EQ(result.captions[0]->GetBeginTime(), kFrame * (30 + 5));
-    EXPECT_EQ(result.captions[0]->GetEndTime(), kFrame * (30 + 9));
+    EXPECT_EQ(result.captions[0]->GetBeginTime(), formats_test::kNtscFrame * (30 + 5));
+    EXPECT_EQ(result.captions[0]->GetEndTime(), formats_test::kNtscFrame * (30 + 9));
     EXPECT_EQ(result.captions[0]->GetCaptionType(), kCaptionType_PopOn);
 }
 
@@ -127,7 +126,7 @@ TEST(Cea608Decoder, PaintsOnDirectlyAndSkipsTextModeFlashAndChannelTwo) {
     ASSERT_EQ(result.captions.size(), 1u);
     EXPECT_THAT(test::LinesOf(*result.captions[0]), ElementsAre("Hi"));
     EXPECT_EQ(result.captions[0]->GetCaptionType(), kCaptionType_PaintOn);
-    EXPECT_EQ(result.captions[0]->GetBeginTime(), kFrame * (30 + 2));
+    EXPECT_EQ(result.captions[0]->GetBeginTime(), formats_test::kNtscFrame * (30 + 2));
     EXPECT_THAT(Messages(result.warnings), ElementsAre("t.scc:3:38: flashing text shown steady",
                                                        "t.scc:3:48: text mode data skipped",
                                                        "t.scc:3:63: data channel 2 (CC2) skipped"));

@@ -4,6 +4,7 @@
 #include "DiagnosticMessages.h"
 #include "FfmpegCea608.h"
 #include "FormatSamples.h"
+#include "FrameDurations.h"
 #include "RandomCaptions.h"
 
 #include <gmock/gmock.h>
@@ -18,8 +19,6 @@ using namespace captionformats;
 using namespace zelcaptioning;
 using ::testing::ElementsAre;
 using ::testing::HasSubstr;
-
-const zelmediatypes::TickTime kFrame{zelmediatypes::kTicksPerSecond * 1001 / 30000};
 
 using format_test::Messages;
 
@@ -64,8 +63,8 @@ std::vector<CaptionPtr> RandomPopOnCaptions(std::mt19937& random, int count,
         CaptionPtr caption(new Caption);
         caption->SetCaptionType(kCaptionType_PopOn);
         frame += Draw(random, 150, 400);
-        caption->SetBeginTime(kFrame * frame);
-        caption->SetEndTime(kFrame * (frame + Draw(random, 20, 120)));
+        caption->SetBeginTime(formats_test::kNtscFrame * frame);
+        caption->SetEndTime(formats_test::kNtscFrame * (frame + Draw(random, 20, 120)));
         const int lines = Draw(random, 1, 3);
         int row = Draw(random, 1, 15 - lines + 1);
         for (int l = 0; l < lines; ++l, ++row) {
@@ -189,8 +188,8 @@ TEST(SccWriter, PutsTheEndOfCaptionOnTheBeginFrame) {
     for (const auto& [frame, dropFrame, endLabel] :
          {std::tuple{std::int64_t{17982}, true, "00:10:02;00\t942c 942c\n"},
           std::tuple{std::int64_t{108000}, false, "01:00:02:00\t942c 942c\n"}}) {
-        caption->SetBeginTime(kFrame * frame);
-        caption->SetEndTime(kFrame * (frame + 60));
+        caption->SetBeginTime(formats_test::kNtscFrame * frame);
+        caption->SetEndTime(formats_test::kNtscFrame * (frame + 60));
         CaptionTextParagraphPtr line(new CaptionTextParagraph);
         line->AppendCaptionTextSpan(new CaptionTextSpan(zelcore::ToUTF16("Hi"), {}));
         std::vector<CaptionTextParagraphPtr> none;
@@ -204,8 +203,8 @@ TEST(SccWriter, PutsTheEndOfCaptionOnTheBeginFrame) {
         EXPECT_THAT(written.bytes, HasSubstr(std::string(endLabel)));
         const ReadResult read = SccReader().Read(written.bytes, {});
         ASSERT_EQ(read.captions.size(), 1u);
-        EXPECT_EQ(read.captions[0]->GetBeginTime(), kFrame * frame);
-        EXPECT_EQ(read.captions[0]->GetEndTime(), kFrame * (frame + 60));
+        EXPECT_EQ(read.captions[0]->GetBeginTime(), formats_test::kNtscFrame * frame);
+        EXPECT_EQ(read.captions[0]->GetEndTime(), formats_test::kNtscFrame * (frame + 60));
     }
 }
 
@@ -213,8 +212,8 @@ TEST(SccWriter, ReportsCaptionsThatCannotBeSentInTimeWithTheirDelay) {
     std::mt19937 random(1);
     auto captions = RandomPopOnCaptions(random, 2);
     // The second caption three frames after the first: its load cannot fit.
-    captions[1]->SetBeginTime(captions[0]->GetBeginTime() + kFrame * 3);
-    captions[1]->SetEndTime(captions[0]->GetBeginTime() + kFrame * 200);
+    captions[1]->SetBeginTime(captions[0]->GetBeginTime() + formats_test::kNtscFrame * 3);
+    captions[1]->SetEndTime(captions[0]->GetBeginTime() + formats_test::kNtscFrame * 200);
     captions[0]->SetEndTime(captions[1]->GetBeginTime());
     const WriteResult written = SccWriter().Write(captions, {"out.scc"});
     ASSERT_EQ(written.warnings.size(), 1u);
@@ -227,7 +226,8 @@ TEST(SccWriter, ReportsCaptionsThatCannotBeSentInTimeWithTheirDelay) {
     const ReadResult read = SccReader().Read(written.bytes, {});
     ASSERT_EQ(read.captions.size(), 2u);
     const std::int64_t delay = std::stoll(message.substr(message.find("up to ") + 6));
-    EXPECT_EQ(read.captions[1]->GetBeginTime(), captions[1]->GetBeginTime() + kFrame * delay);
+    EXPECT_EQ(read.captions[1]->GetBeginTime(),
+              captions[1]->GetBeginTime() + formats_test::kNtscFrame * delay);
 }
 
 TEST(SccWriter, ReportsWhatCea608CannotCarry) {

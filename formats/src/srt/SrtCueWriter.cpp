@@ -37,7 +37,7 @@ void AppendEscaped(std::string& out, std::string_view text) {
     out.append(text.substr(start));
 }
 
-bool IsBlank(std::string_view text) {
+bool IsBlankText(std::string_view text) {
     return text.find_first_not_of(" \t") == std::string_view::npos;
 }
 
@@ -70,7 +70,7 @@ void SrtCueWriter::Write(const Caption& caption, std::size_t index) {
     }
     for (std::uint64_t p = 0; p < caption.GetNumParagraphs(); ++p) {
         const CaptionTextParagraph& paragraph = *caption.GetCaptionTextParagraph(p);
-        if (IsBlank(zelcore::ToUTF8(paragraph.GetText()))) {
+        if (IsBlankText(zelcore::ToUTF8(paragraph.GetText()))) {
             Lose("empty line dropped");
             continue;
         }
@@ -95,7 +95,7 @@ void SrtCueWriter::WriteLines(zelmediatypes::TickTime begin, zelmediatypes::Tick
         const std::span<const CaptionTextBuilder::Run> runs = text.LineRuns(line);
         bool blank = true;
         for (const CaptionTextBuilder::Run& run : runs) {
-            blank = blank && IsBlank(run.utf8);
+            blank = blank && IsBlankText(run.utf8);
         }
         if (blank) {
             Lose("empty line dropped");

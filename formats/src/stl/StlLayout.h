@@ -1,5 +1,9 @@
 #pragma once
 
+#include "zelcaptioning/CaptioningColor.h"
+
+#include <array>
+#include <cstddef>
 #include <cstdint>
 
 namespace captionformats::stl {
@@ -15,6 +19,19 @@ inline constexpr int kTeletextColumns = 40;
 // Extension block numbers and cumulative status values.
 inline constexpr std::uint8_t kLastExtensionBlock = 0xFF;
 inline constexpr std::uint8_t kUserDataBlock = 0xFE;
+
+// The teletext colours by their code: black, red, green, yellow, blue,
+// magenta, cyan, white.
+inline constexpr std::array<zelcaptioning::CaptioningColor, 8> kTeletextColors{{
+    {0, 0, 0, 1},
+    {1, 0, 0, 1},
+    {0, 1, 0, 1},
+    {1, 1, 0, 1},
+    {0, 0, 1, 1},
+    {1, 0, 1, 1},
+    {0, 1, 1, 1},
+    {1, 1, 1, 1},
+}};
 
 // Justification codes.
 inline constexpr std::uint8_t kJustifyUnchanged = 0;

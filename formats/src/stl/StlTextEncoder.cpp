@@ -2,6 +2,7 @@
 
 #include "common/CodePoints.h"
 #include "stl/Iso6937.h"
+#include "stl/StlLayout.h"
 
 #include <array>
 
@@ -13,16 +14,6 @@ namespace {
 
 constexpr SpanCapabilities kStlKeeps{.italic = true, .underline = true, .textColor = true};
 
-constexpr std::array<CaptioningColor, 8> kTeletextColors{{
-    {0, 0, 0, 1},
-    {1, 0, 0, 1},
-    {0, 1, 0, 1},
-    {1, 1, 0, 1},
-    {0, 0, 1, 1},
-    {1, 0, 1, 1},
-    {0, 1, 1, 1},
-    {1, 1, 1, 1},
-}};
 constexpr int kWhite = 7;
 
 int TeletextColorCode(const CaptioningColor& color) {

@@ -2,6 +2,7 @@
 
 #include "common/TextInput.h"
 #include "stl/Iso6937.h"
+#include "stl/StlLayout.h"
 
 #include <array>
 
@@ -10,17 +11,6 @@ namespace captionformats::stl {
 using namespace zelcaptioning;
 
 namespace {
-
-constexpr std::array<CaptioningColor, 8> kTeletextColors{{
-    {0, 0, 0, 1},
-    {1, 0, 0, 1},
-    {0, 1, 0, 1},
-    {1, 1, 0, 1},
-    {0, 0, 1, 1},
-    {1, 0, 1, 1},
-    {0, 1, 1, 1},
-    {1, 1, 1, 1},
-}};
 
 constexpr std::uint8_t kLineBreak = 0x8A;
 constexpr std::uint8_t kUnusedSpace = 0x8F;

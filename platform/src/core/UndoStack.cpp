@@ -3,6 +3,7 @@
 #include "EditRecorder.h"
 #include "KSL/Exception.h"
 #include "ModelEdit.h"
+#include "file/JsonValues.h"
 #include "zelcore/Localization.h"
 
 #include <QString>
@@ -81,10 +82,6 @@ public:
 
 const ModelEdit& EditOf(const QUndoStack& stack, int index) {
     return static_cast<const EditCommand*>(stack.command(index))->Edit();
-}
-
-QString ToQString(const zelcore::UTF16String& s) {
-    return QString::fromUtf16(s.data(), static_cast<qsizetype>(s.size()));
 }
 
 zelcore::UTF16String FromQString(const QString& s) {

@@ -26,7 +26,7 @@ JsonReader Parse(const char* json) {
 }
 
 // The path and problem of the error the read throws.
-template <typename Read> std::string ErrorOf(Read read) {
+template <typename Read> std::string ThrownErrorOf(Read read) {
     try {
         read();
     } catch (const JsonValueError& e) {
@@ -37,24 +37,24 @@ template <typename Read> std::string ErrorOf(Read read) {
 
 TEST(JsonReaderTest, ErrorsNameTheMemberPath) {
     const JsonReader root = Parse(R"({"bins":[{"clips":[{"name":5}]}]})");
-    EXPECT_EQ(ErrorOf([&] {
+    EXPECT_EQ(ThrownErrorOf([&] {
                   root.Member("bins").Element(0).Member("clips").Element(0).Member("name").String();
               }),
               "bins[0].clips[0].name: expected a string");
-    EXPECT_EQ(ErrorOf([&] { root.Member("bins").Element(0).Member("sequences"); }),
+    EXPECT_EQ(ThrownErrorOf([&] { root.Member("bins").Element(0).Member("sequences"); }),
               "bins[0].sequences: missing");
-    EXPECT_EQ(ErrorOf([&] { root.Member("bins").Element(0).Member("clips").Member("x"); }),
+    EXPECT_EQ(ThrownErrorOf([&] { root.Member("bins").Element(0).Member("clips").Member("x"); }),
               "bins[0].clips: expected an object");
 }
 
 TEST(JsonReaderTest, WholeNumbersAreCheckedForFractionAndRange) {
     const JsonReader root = Parse(R"({"a":2.5,"b":7,"c":-1,"d":"7"})");
-    EXPECT_EQ(ErrorOf([&] { root.Member("a").Integer(0, 10); }),
+    EXPECT_EQ(ThrownErrorOf([&] { root.Member("a").Integer(0, 10); }),
               "a: expected a whole number from 0 to 10");
     EXPECT_EQ(root.Member("b").Integer(0, 10), 7);
-    EXPECT_EQ(ErrorOf([&] { root.Member("c").Integer(0, 10); }),
+    EXPECT_EQ(ThrownErrorOf([&] { root.Member("c").Integer(0, 10); }),
               "c: expected a whole number from 0 to 10");
-    EXPECT_EQ(ErrorOf([&] { root.Member("d").Integer(0, 10); }), "d: expected a number");
+    EXPECT_EQ(ThrownErrorOf([&] { root.Member("d").Integer(0, 10); }), "d: expected a number");
 }
 
 TEST(JsonReaderTest, SixtyFourBitValuesTravelExactlyInStrings) {
@@ -64,12 +64,12 @@ TEST(JsonReaderTest, SixtyFourBitValuesTravelExactlyInStrings) {
         R"("junk":"12x","r":"-9007199254740997/254016000000","zero":"1/0"})");
     EXPECT_EQ(root.Member("t").Int64String(), 9007199254740993LL);
     EXPECT_EQ(root.Member("min").Int64String(), std::numeric_limits<std::int64_t>::min());
-    EXPECT_NE(ErrorOf([&] { root.Member("over").Int64String(); }), "no error");
-    EXPECT_NE(ErrorOf([&] { root.Member("junk").Int64String(); }), "no error");
+    EXPECT_NE(ThrownErrorOf([&] { root.Member("over").Int64String(); }), "no error");
+    EXPECT_NE(ThrownErrorOf([&] { root.Member("junk").Int64String(); }), "no error");
     const auto r = root.Member("r").RationalString();
     EXPECT_EQ(r.numerator(), -9007199254740997LL);
     EXPECT_EQ(r.denominator(), 254016000000LL);
-    EXPECT_NE(ErrorOf([&] { root.Member("zero").RationalString(); }), "no error");
+    EXPECT_NE(ThrownErrorOf([&] { root.Member("zero").RationalString(); }), "no error");
 }
 
 // Where and why the parser refuses a text: the offset just past the character
@@ -143,8 +143,8 @@ TEST(JsonTreeTest, StringsDecodeEscapesAndValuesKeepTheirTypes) {
     EXPECT_EQ(root.Member("a").ArraySize(), 2u);
     EXPECT_EQ(root.Member("a").Element(0).ArraySize(), 0u);
     EXPECT_FALSE(root.Member("a").Element(1).FindMember("k"));
-    EXPECT_EQ(ErrorOf([&] { root.Member("a").Element(1).Member("k"); }), "a[1].k: missing");
-    EXPECT_EQ(ErrorOf([&] { root.Member("t").String(); }), "t: expected a string");
+    EXPECT_EQ(ThrownErrorOf([&] { root.Member("a").Element(1).Member("k"); }), "a[1].k: missing");
+    EXPECT_EQ(ThrownErrorOf([&] { root.Member("t").String(); }), "t: expected a string");
 }
 
 TEST(JsonNumbersTest, FloatsAreWrittenInTheirShortestFormAndReadBackIdentical) {

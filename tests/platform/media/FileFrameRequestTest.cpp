@@ -25,9 +25,8 @@ using zelmediatypes::TickTime;
 
 constexpr int kClipWidthPx = 320;
 constexpr int kClipHeightPx = 180;
-constexpr int kFrameCount = 75;       // 3 s at 25 fps
-constexpr int kKeyframeInterval = 12; // keyframes at 0, 12, 24, ...
-constexpr std::int64_t kTicksPerFrame = zelmediatypes::kTicksPerSecond / 25;
+constexpr int kRequestClipFrames = 75;           // 3 s at 25 fps
+constexpr int kRequestClipKeyframeInterval = 12; // keyframes at 0, 12, 24, ...
 
 TickTime FrameTime(int frameIndex) {
     return TickTime(frameIndex * kTicksPerFrame);
@@ -42,8 +41,8 @@ protected:
         ClipSpec spec;
         spec.widthPx = kClipWidthPx;
         spec.heightPx = kClipHeightPx;
-        spec.frameCount = kFrameCount;
-        spec.keyframeIntervalFrames = kKeyframeInterval;
+        spec.frameCount = kRequestClipFrames;
+        spec.keyframeIntervalFrames = kRequestClipKeyframeInterval;
         WriteClip(clipPath_, spec, PaintFrameIndex);
     }
     static void TearDownTestSuite() { folder_.reset(); }
@@ -52,7 +51,7 @@ protected:
 
     static BE::MasterClipSettings Clip(const std::string& path = clipPath_) {
         return FileClip(path, kClipWidthPx, kClipHeightPx, zelmediatypes::kFrameRate_25,
-                        FrameTime(kFrameCount));
+                        FrameTime(kRequestClipFrames));
     }
 
     // Asks for the frame at `time` and waits for its final message.
@@ -107,12 +106,12 @@ TEST_F(FileFrameRequestTest, DeliversTheFrameWhoseIntervalHoldsTheTime) {
 
 TEST_F(FileFrameRequestTest, TimesOutsideTheClipGetItsFirstOrLastFrame) {
     EXPECT_EQ(ReadFrameIndex(*FrameAt(TickTime::FromSeconds(-5))), 0);
-    EXPECT_EQ(ReadFrameIndex(*FrameAt(TickTime::FromSeconds(60))), kFrameCount - 1);
+    EXPECT_EQ(ReadFrameIndex(*FrameAt(TickTime::FromSeconds(60))), kRequestClipFrames - 1);
 }
 
 TEST_F(FileFrameRequestTest, RandomTimesScaledToAThumbnail) {
     std::mt19937 random(7);
-    std::uniform_int_distribution<int> anyFrame(0, kFrameCount - 1);
+    std::uniform_int_distribution<int> anyFrame(0, kRequestClipFrames - 1);
     for (int i = 0; i < 12; ++i) {
         const int frameIndex = anyFrame(random);
         const VF::VideoFrameRef frame = FrameAt(FrameTime(frameIndex), {64, 36});
@@ -187,7 +186,7 @@ TEST_F(FileFrameRequestTest, EachCompletionCarriesTheIdOfItsRequest) {
 
 TEST_F(FileFrameRequestTest, CancelledRequestsAreNotDecodedOrDeliveredAfterTheCancel) {
     std::vector<ML::RequestID> cancelled;
-    for (int frameIndex = 1; frameIndex < kFrameCount; ++frameIndex) {
+    for (int frameIndex = 1; frameIndex < kRequestClipFrames; ++frameIndex) {
         cancelled.push_back(ML::FrameService::RequestFrame(Clip(), FrameTime(frameIndex), {},
                                                            ML::Refinement::kKeyframeFirst));
     }
@@ -249,7 +248,7 @@ TEST_F(FileFrameRequestTest, DamagedPicturesDoNotStopDecoding) {
         }
     });
     std::vector<ML::RequestID> ids;
-    for (int frameIndex = 0; frameIndex < kFrameCount; frameIndex += 7) {
+    for (int frameIndex = 0; frameIndex < kRequestClipFrames; frameIndex += 7) {
         ids.push_back(ML::FrameService::RequestFrame(Clip(damaged), FrameTime(frameIndex), {64, 36},
                                                      ML::Refinement::kKeyframeFirst));
     }

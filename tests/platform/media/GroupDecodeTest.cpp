@@ -18,9 +18,8 @@ namespace {
 using platform::media::MediaDecoder;
 using zelmediatypes::TickTime;
 
-constexpr int kFrameCount = 40;
-constexpr int kKeyframeInterval = 6; // keyframes at 0, 6, 12, 18, ...
-constexpr std::int64_t kTicksPerFrame = zelmediatypes::kTicksPerSecond / 25;
+constexpr int kGroupClipFrames = 40;
+constexpr int kGroupClipKeyframeInterval = 6; // keyframes at 0, 6, 12, 18, ...
 
 // The middle of frame i, as the player asks for it.
 TickTime Middle(int frameIndex) {
@@ -46,8 +45,8 @@ protected:
     void SetUp() override {
         const std::string path = folder_->PathOf("groups-" + std::to_string(GetParam()) + ".mp4");
         ClipSpec spec;
-        spec.frameCount = kFrameCount;
-        spec.keyframeIntervalFrames = kKeyframeInterval;
+        spec.frameCount = kGroupClipFrames;
+        spec.keyframeIntervalFrames = kGroupClipKeyframeInterval;
         spec.maxBFrames = GetParam();
         WriteClip(path, spec, PaintFrameIndex);
         // Two threads, as playback decodes: the decoder reads pictures ahead.
@@ -90,7 +89,7 @@ TEST_P(GroupDecodeTest, HoldsNoMoreThanTheCountAskedForAndStridesBySteps) {
 
 TEST_P(GroupDecodeTest, TheFirstFrameAndTheLastEndTheGroups) {
     EXPECT_EQ(Group(0, 1, 100), (std::vector<int>{0}));
-    EXPECT_EQ(Group(kFrameCount - 1, 1, 100), (std::vector<int>{39, 38, 37, 36}));
+    EXPECT_EQ(Group(kGroupClipFrames - 1, 1, 100), (std::vector<int>{39, 38, 37, 36}));
     // Frames sized on the way, as the player shows them.
     const std::vector<VF::VideoFrame> small =
         decoder->DecodeGroupBackward(Middle(8), TickTime(kTicksPerFrame), 100, {160, 90}, {});
@@ -109,7 +108,7 @@ TEST_P(GroupDecodeTest, AFrameAskedForAloneIsFoundTheSameWay) {
             Middle(index), {},
             [&](VF::VideoFrame preview) { previews.push_back(ReadFrameIndex(preview)); }, {});
         EXPECT_EQ(ReadFrameIndex(frame), index);
-        const int keyframe = index / kKeyframeInterval * kKeyframeInterval;
+        const int keyframe = index / kGroupClipKeyframeInterval * kGroupClipKeyframeInterval;
         EXPECT_EQ(previews, keyframe == index ? std::vector<int>{} : std::vector<int>{keyframe})
             << "frame " << index;
     }

@@ -19,10 +19,9 @@ namespace {
 
 using zelmediatypes::TickTime;
 
-constexpr int kFrameCount = 50; // 2 s at 25 fps
+constexpr int kPlayerClipFrames = 50; // 2 s at 25 fps
 constexpr int kSampleRateHz = 48000;
 constexpr std::int64_t kSamplesPerFrame = kSampleRateHz / 25;
-constexpr std::int64_t kTicksPerFrame = zelmediatypes::kTicksPerSecond / 25;
 const std::vector<int> kBeepFrames = {10, 31, 44};
 
 // Polls the player like the UI does until `accept` takes a frame (5 s at most); returns it.
@@ -56,7 +55,7 @@ protected:
         folder_ = std::make_unique<TempFolder>();
         path_ = folder_->PathOf("beeps.mov");
         ClipSpec spec;
-        spec.frameCount = kFrameCount;
+        spec.frameCount = kPlayerClipFrames;
         spec.audioSampleRateHz = kSampleRateHz;
         spec.beepFrames = kBeepFrames;
         WriteClip(path_, spec, PaintFrameIndex);
@@ -65,7 +64,7 @@ protected:
 
     BE::MasterClipSettings Clip() const {
         return FileClip(path_, 320, 180, zelmediatypes::kFrameRate_25,
-                        TickTime(kFrameCount * kTicksPerFrame));
+                        TickTime(kPlayerClipFrames * kTicksPerFrame));
     }
 
     CapturingAudioOutput* output = new CapturingAudioOutput;

@@ -6,7 +6,9 @@
 #include "ML/FrameRequest.h"
 #include "VF/VideoFrame.h"
 #include "zelmediatypes/FrameRate.h"
+#include "zelmediatypes/TickTime.h"
 
+#include <cstdint>
 #include <filesystem>
 #include <initializer_list>
 #include <optional>
@@ -14,6 +16,9 @@
 #include <vector>
 
 namespace media_test {
+
+// The duration of a frame of the 25 fps clips the tests write.
+inline constexpr std::int64_t kTicksPerFrame = zelmediatypes::kTicksPerSecond / 25;
 
 struct Completion {
     ML::RequestID requestID = 0;

@@ -179,10 +179,10 @@ void CaptioningStream::RebuildStaleTimeTableWhenDue() const {
         while ((span >> slotShift_) >= count) {
             ++slotShift_;
         }
-        const std::uint64_t slots = (span >> slotShift_) + 1;
-        timeTable_.reserve(static_cast<std::size_t>(slots) + 1);
+        const std::uint64_t slotCount = (span >> slotShift_) + 1;
+        timeTable_.reserve(static_cast<std::size_t>(slotCount) + 1);
         std::size_t index = 0;
-        for (std::uint64_t slot = 0; slot < slots; ++slot) {
+        for (std::uint64_t slot = 0; slot < slotCount; ++slot) {
             const std::uint64_t slotStart = slot << slotShift_;
             while (index < count &&
                    Ticks(entries_[index].beginTime) - tableFirstBegin_ < slotStart) {

@@ -1,10 +1,10 @@
 #include "srt/SrtCueText.h"
 
+#include "common/ByteScan.h"
 #include "common/CharacterReference.h"
 #include "common/CssColor.h"
 
 #include <algorithm>
-#include <cctype>
 
 namespace captionformats::srt {
 
@@ -36,8 +36,9 @@ bool IsTagName(std::string_view name, std::string_view lowerName) {
                       [](char c, char lower) { return LowercaseAscii(c) == lower; });
 }
 
+// Tag names are ASCII letters.
 bool IsAlpha(char c) {
-    return std::isalpha(static_cast<unsigned char>(c)) != 0;
+    return LowercaseAscii(c) >= 'a' && LowercaseAscii(c) <= 'z';
 }
 
 // The value of attribute `name` in a tag's attribute text: quoted with " or ',
@@ -87,7 +88,7 @@ void SrtCueText::ParseLine(std::string_view line, std::uint64_t lineNumber) {
     auto flushText = [&](std::size_t upTo) {
         builder_.Append(line.substr(textStart, upTo - textStart), CurrentAttributes());
     };
-    while (position < line.size()) {
+    while ((position = FindFirstOf<'<', '{', '&'>(line, position)) < line.size()) {
         const char c = line[position];
         std::size_t consumed = 0;
         if (c == '<') {

@@ -3,6 +3,7 @@
 #include "common/ClockText.h"
 
 #include <cctype>
+#include <optional>
 
 namespace captionformats::srt {
 
@@ -90,9 +91,51 @@ std::variant<zelmediatypes::TickTime, TimingError> ParseTime(TimingScanner& scan
     return TimeFromClock(ValueOf(hours), ValueOf(minutes), ValueOf(seconds), fraction);
 }
 
+// The value of the two digits at `at` when both are digits and the value is
+// at most `maximum`; else -1.
+int TwoDigits(const char* at, int maximum) {
+    if (!IsDigit(at[0]) || !IsDigit(at[1])) {
+        return -1;
+    }
+    const int value = (at[0] - '0') * 10 + (at[1] - '0');
+    return value <= maximum ? value : -1;
+}
+
+// "HH:MM:SS,mmm" at `at`, the form nearly every file uses, read without the
+// scanner; nothing for any other form. Gives what ParseTime gives for it.
+std::optional<zelmediatypes::TickTime> UsualTime(const char* at) {
+    const int hours = TwoDigits(at, 99);
+    const int minutes = TwoDigits(at + 3, 59);
+    const int seconds = TwoDigits(at + 6, 59);
+    if (hours < 0 || minutes < 0 || seconds < 0 || at[2] != ':' || at[5] != ':' ||
+        (at[8] != ',' && at[8] != '.') || !IsDigit(at[9]) || !IsDigit(at[10]) || !IsDigit(at[11])) {
+        return std::nullopt;
+    }
+    return TimeFromClock(static_cast<std::uint64_t>(hours), static_cast<std::uint64_t>(minutes),
+                         static_cast<std::uint64_t>(seconds), std::string_view(at + 9, 3));
+}
+
+// "HH:MM:SS,mmm --> HH:MM:SS,mmm" alone or followed by a space or tab.
+std::optional<CueTiming> UsualTiming(std::string_view line) {
+    constexpr std::size_t kLength = 29;
+    if (line.size() < kLength || line.substr(12, 5) != " --> " ||
+        (line.size() > kLength && line[kLength] != ' ' && line[kLength] != '\t')) {
+        return std::nullopt;
+    }
+    const auto begin = UsualTime(line.data());
+    const auto end = UsualTime(line.data() + 17);
+    if (!begin || !end) {
+        return std::nullopt;
+    }
+    return CueTiming{*begin, *end};
+}
+
 } // namespace
 
 std::variant<CueTiming, TimingError> ParseCueTiming(std::string_view line) {
+    if (const auto usual = UsualTiming(line)) {
+        return *usual;
+    }
     TimingScanner scanner(line);
     scanner.SkipSpaces();
     const auto begin = ParseTime(scanner, "begin");

@@ -1,5 +1,6 @@
 #include "webvtt/VttCueWriter.h"
 
+#include "common/ByteScan.h"
 #include "common/ClockText.h"
 #include "common/SpanTags.h"
 #include "webvtt/VttColorClasses.h"
@@ -21,14 +22,12 @@ constexpr SpanCapabilities kVttKeeps{.bold = true,
 
 void AppendEscaped(std::string& out, std::string_view text) {
     std::size_t start = 0;
-    for (std::size_t at = 0; at < text.size(); ++at) {
-        const char c = text[at];
-        const char* escape = c == '&' ? "&amp;" : c == '<' ? "&lt;" : c == '>' ? "&gt;" : nullptr;
-        if (escape != nullptr) {
-            out.append(text.substr(start, at - start));
-            out += escape;
-            start = at + 1;
-        }
+    for (std::size_t at = 0; (at = FindFirstOf<'&', '<', '>'>(text, at)) < text.size(); ++at) {
+        out.append(text.substr(start, at - start));
+        out += text[at] == '&'   ? std::string_view("&amp;")
+               : text[at] == '<' ? std::string_view("&lt;")
+                                 : std::string_view("&gt;");
+        start = at + 1;
     }
     out.append(text.substr(start));
 }
@@ -113,10 +112,10 @@ std::string VttCueWriter::SettingsOf(const ParagraphStyleAttributes& style,
 }
 
 void VttCueWriter::AppendSpan(const TextSpanAttributes& attributes, std::string_view utf8) {
-    // Most spans are plain: no losses to note and no tags to write.
-    static const TextSpanAttributes plain;
-    if (attributes == plain) {
-        AppendEscaped(out_, utf8);
+    // Most spans are plain or only emphasised: no losses to note and no
+    // colour classes to write.
+    if (OnlyEmphasis(attributes)) {
+        AppendInStyleTags(out_, attributes, utf8, AppendEscaped);
         return;
     }
     losses_.NoteSpanLosses(attributes, kVttKeeps, index_, begin_);

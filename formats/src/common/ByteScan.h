@@ -1,5 +1,6 @@
 #pragma once
 
+#include <array>
 #include <bit>
 #include <cstddef>
 #include <string_view>
@@ -12,7 +13,8 @@ namespace captionformats {
 
 // Where the first of the bytes `Wanted` at or after `from` is, or text.size().
 // Readers and writers look for a few markup bytes in text that mostly holds
-// none, so the scan takes 16 bytes at a time where it can.
+// none: the scan takes 16 bytes at a time where it can, and one table look-up
+// per byte for the rest.
 template <char... Wanted> std::size_t FindFirstOf(std::string_view text, std::size_t from) {
 #if defined(__SSE2__)
     for (; from + 16 <= text.size(); from += 16) {
@@ -24,7 +26,12 @@ template <char... Wanted> std::size_t FindFirstOf(std::string_view text, std::si
         }
     }
 #endif
-    while (from < text.size() && ((text[from] != Wanted) && ...)) {
+    static constexpr std::array<bool, 256> kWanted = [] {
+        std::array<bool, 256> wanted{};
+        ((wanted[static_cast<unsigned char>(Wanted)] = true), ...);
+        return wanted;
+    }();
+    while (from < text.size() && !kWanted[static_cast<unsigned char>(text[from])]) {
         ++from;
     }
     return from;

@@ -7,26 +7,34 @@ void AppendInStyleTags(std::string& out, const zelcaptioning::TextSpanAttributes
     const bool bold = attributes.IsBolded();
     const bool italic = attributes.IsItalicized();
     const bool underline = attributes.IsUnderlined();
-    if (bold || italic || underline) {
-        out += bold ? std::string_view("<b>") : std::string_view();
-        out += italic ? std::string_view("<i>") : std::string_view();
-        out += underline ? std::string_view("<u>") : std::string_view();
-        escape(out, text);
-        out += underline ? std::string_view("</u>") : std::string_view();
-        out += italic ? std::string_view("</i>") : std::string_view();
-        out += bold ? std::string_view("</b>") : std::string_view();
-    } else {
-        escape(out, text);
+    if (bold) {
+        out += "<b>";
+    }
+    if (italic) {
+        out += "<i>";
+    }
+    if (underline) {
+        out += "<u>";
+    }
+    escape(out, text);
+    if (underline) {
+        out += "</u>";
+    }
+    if (italic) {
+        out += "</i>";
+    }
+    if (bold) {
+        out += "</b>";
     }
 }
 
 bool OnlyEmphasis(const zelcaptioning::TextSpanAttributes& attributes) {
-    static const zelcaptioning::TextSpanAttributes plain;
-    return attributes.textColor == plain.textColor &&
-           attributes.backgroundColor == plain.backgroundColor &&
-           attributes.edgeColor == plain.edgeColor && attributes.edgeWidth == plain.edgeWidth &&
-           attributes.GetTextEdge() == plain.GetTextEdge() &&
-           attributes.GetFontSize() == plain.GetFontSize() && attributes.GetFontName().empty();
+    using namespace zelcaptioning;
+    return attributes.textColor == kCaptioningColor_White &&
+           attributes.backgroundColor == kCaptioningColor_Transparent &&
+           attributes.edgeColor == kCaptioningColor_Transparent && attributes.edgeWidth == 0.0f &&
+           attributes.GetTextEdge() == TextSpanAttributes::kTextEdge_None &&
+           attributes.GetFontSize() == 0.0f && attributes.GetFontName().empty();
 }
 
 } // namespace captionformats

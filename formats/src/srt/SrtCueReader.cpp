@@ -1,5 +1,6 @@
 #include "srt/SrtCueReader.h"
 
+#include "common/ByteScan.h"
 #include "common/KeypadAnchor.h"
 #include "common/TextInput.h"
 #include "srt/SrtCueText.h"
@@ -15,9 +16,18 @@ bool IsBlank(std::string_view line) {
     return line.find_first_not_of(" \t") == std::string_view::npos;
 }
 
+// Whether the line holds "-->", the mark of a timing line, good or bad.
+bool HasArrow(std::string_view line) {
+    for (std::size_t at = 0; (at = FindFirstOf<'-'>(line, at)) + 2 < line.size(); ++at) {
+        if (line[at + 1] == '-' && line[at + 2] == '>') {
+            return true;
+        }
+    }
+    return false;
+}
+
 bool IsTiming(std::string_view line) {
-    return line.find("-->") != std::string_view::npos &&
-           std::holds_alternative<CueTiming>(ParseCueTiming(line));
+    return HasArrow(line) && std::holds_alternative<CueTiming>(ParseCueTiming(line));
 }
 
 // The lines of a text one at a time, with the line after the current one in
@@ -61,7 +71,7 @@ public:
             const TextLine& line = lines_.Current();
             if (IsBlank(line.text) || StartsCue()) {
                 lines_.Advance();
-            } else if (line.text.find("-->") != std::string_view::npos) {
+            } else if (HasArrow(line.text)) {
                 ReadCue();
             } else {
                 log_.Warn(SourceLocation::AtLine(line.number, 1),
@@ -77,7 +87,7 @@ private:
     bool StartsCue() const {
         const TextLine* following = lines_.Following();
         return following != nullptr && IsCueNumber(lines_.Current().text) &&
-               following->text.find("-->") != std::string_view::npos;
+               HasArrow(following->text);
     }
 
     // Whether the current line is one of the cue's text lines.

@@ -119,9 +119,9 @@ void SrtCueText::ParseLine(std::string_view line, std::uint64_t lineNumber) {
 
 std::size_t SrtCueText::ParseTag(std::string_view text, std::uint64_t lineNumber,
                                  std::size_t column) {
-    const std::size_t close = text.find('>');
-    if (close == std::string_view::npos ||
-        text.substr(1, close).find('<') != std::string_view::npos) {
+    // A tag runs to the first '>'; a '<' before it starts no tag here.
+    const std::size_t close = FindFirstOf<'<', '>'>(text, 1);
+    if (close == text.size() || text[close] == '<') {
         return 0;
     }
     std::string_view body = text.substr(1, close - 1);

@@ -2,15 +2,15 @@
 
 #include "common/ClockText.h"
 
-#include <cctype>
 #include <optional>
 
 namespace captionformats::srt {
 
 namespace {
 
+// ASCII digits only, whatever the locale.
 bool IsDigit(char c) {
-    return std::isdigit(static_cast<unsigned char>(c)) != 0;
+    return c >= '0' && c <= '9';
 }
 
 class TimingScanner {

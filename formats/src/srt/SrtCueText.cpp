@@ -86,7 +86,9 @@ void SrtCueText::ParseLine(std::string_view line, std::uint64_t lineNumber) {
     std::size_t position = 0;
     std::size_t textStart = 0;
     auto flushText = [&](std::size_t upTo) {
-        builder_.Append(line.substr(textStart, upTo - textStart), CurrentAttributes());
+        if (upTo > textStart) {
+            builder_.Append(line.substr(textStart, upTo - textStart), CurrentAttributes());
+        }
     };
     while ((position = FindFirstOf<'<', '{', '&'>(line, position)) < line.size()) {
         const char c = line[position];

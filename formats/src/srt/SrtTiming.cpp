@@ -111,8 +111,11 @@ std::optional<zelmediatypes::TickTime> UsualTime(const char* at) {
         (at[8] != ',' && at[8] != '.') || !IsDigit(at[9]) || !IsDigit(at[10]) || !IsDigit(at[11])) {
         return std::nullopt;
     }
-    return TimeFromClock(static_cast<std::uint64_t>(hours), static_cast<std::uint64_t>(minutes),
-                         static_cast<std::uint64_t>(seconds), std::string_view(at + 9, 3));
+    // TimeFromClock's sum, for three fraction digits: ticks per millisecond are whole.
+    static_assert(zelmediatypes::kTicksPerSecond % 1000 == 0);
+    const int milliseconds = (at[9] - '0') * 100 + (at[10] - '0') * 10 + (at[11] - '0');
+    return zelmediatypes::TickTime::FromSeconds(hours * 3600 + minutes * 60 + seconds) +
+           zelmediatypes::TickTime(milliseconds * (zelmediatypes::kTicksPerSecond / 1000));
 }
 
 // "HH:MM:SS,mmm --> HH:MM:SS,mmm" alone or followed by a space or tab.

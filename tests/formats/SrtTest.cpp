@@ -202,6 +202,24 @@ TEST(SrtReader, ReadsTagNamesInAnyCase) {
                             "in.srt:3:61: unsupported tag </s> dropped"));
 }
 
+// Emphasis tags count: a nested one keeps its style open until the last
+// close, and a close without an open changes nothing.
+TEST(SrtReader, CountsNestedAndStrayEmphasisTags) {
+    const ReadResult result = ReadSrt("1\n00:00:01,000 --> 00:00:02,000\n"
+                                      "</b></B><b>x</b>a<i><I>y</i>z</I>b<U>w</u>c</i>\n");
+    ASSERT_EQ(result.captions.size(), 1u);
+    const auto& line = *result.captions[0]->GetCaptionTextParagraph(0);
+    std::vector<std::string> spans;
+    for (std::uint64_t s = 0; s < line.GetNumSpans(); ++s) {
+        const TextSpanAttributes& style = line.GetCaptionTextSpan(s)->StyleAttributes();
+        spans.push_back(std::string(style.IsBolded() ? "b" : "") +
+                        (style.IsItalicized() ? "i" : "") + (style.IsUnderlined() ? "u" : "") +
+                        ":" + zelcore::ToUTF8(line.GetCaptionTextSpan(s)->GetCaptionText()));
+    }
+    EXPECT_THAT(spans, ElementsAre("b:x", ":a", "i:yz", ":b", "u:w", ":c"));
+    EXPECT_TRUE(result.warnings.empty());
+}
+
 TEST(SrtReader, KeepsWhatIsNotMarkupAsTextAndDecodesReferences) {
     const ReadResult result = ReadSrt(
         "1\n00:00:01,000 --> 00:00:02,000\na < b {x} & c &lt;i&gt; &#9834; &#x266A; &bogus;\n"

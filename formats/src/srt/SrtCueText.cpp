@@ -95,7 +95,11 @@ void SrtCueText::ParseLine(std::string_view line, std::uint64_t lineNumber) {
         std::size_t consumed = 0;
         if (c == '<') {
             flushText(position);
-            consumed = ParseTag(line.substr(position), lineNumber, position + 1);
+            const std::string_view tag = line.substr(position);
+            consumed = ParseEmphasisTag(tag);
+            if (consumed == 0) {
+                consumed = ParseTag(tag, lineNumber, position + 1);
+            }
         } else if (c == '{') {
             flushText(position);
             consumed = ParseOverride(line.substr(position), lineNumber, position + 1);
@@ -119,6 +123,32 @@ void SrtCueText::ParseLine(std::string_view line, std::uint64_t lineNumber) {
     flushText(line.size());
 }
 
+int* SrtCueText::EmphasisDepth(char name) {
+    switch (LowercaseAscii(name)) {
+    case 'b':
+        return &boldDepth_;
+    case 'i':
+        return &italicDepth_;
+    case 'u':
+        return &underlineDepth_;
+    default:
+        return nullptr;
+    }
+}
+
+std::size_t SrtCueText::ParseEmphasisTag(std::string_view text) {
+    const bool closing = text.size() > 1 && text[1] == '/';
+    const std::size_t name = closing ? 2 : 1;
+    int* depth =
+        name + 1 < text.size() && text[name + 1] == '>' ? EmphasisDepth(text[name]) : nullptr;
+    if (depth == nullptr) {
+        return 0;
+    }
+    *depth = std::max(0, *depth + (closing ? -1 : 1));
+    Restyle();
+    return name + 2;
+}
+
 std::size_t SrtCueText::ParseTag(std::string_view text, std::uint64_t lineNumber,
                                  std::size_t column) {
     // A tag runs to the first '>'; a '<' before it starts no tag here.
@@ -140,16 +170,8 @@ std::size_t SrtCueText::ParseTag(std::string_view text, std::uint64_t lineNumber
     }
     const std::string_view name = body.substr(0, nameLength);
     const std::string_view attributes = body.substr(nameLength);
-    const int step = closing ? -1 : 1;
-    auto adjust = [step](int& depth) {
-        depth = std::max(0, depth + step);
-    };
-    if (IsTagName(name, "b")) {
-        adjust(boldDepth_);
-    } else if (IsTagName(name, "i")) {
-        adjust(italicDepth_);
-    } else if (IsTagName(name, "u")) {
-        adjust(underlineDepth_);
+    if (int* depth = nameLength == 1 ? EmphasisDepth(name.front()) : nullptr) {
+        *depth = std::max(0, *depth + (closing ? -1 : 1));
     } else if (IsTagName(name, "font")) {
         if (closing) {
             if (!colorStack_.empty()) {

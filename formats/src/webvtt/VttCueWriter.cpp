@@ -66,7 +66,7 @@ void VttCueWriter::WriteOpenCaption(zelmediatypes::TickTime begin, zelmediatypes
                                     std::size_t index) {
     StartCue(begin, end, kCaptionType_Open, index);
     if (lineCount > 0) {
-        out_ += SettingsOf(style, kPosition_Uninitialized);
+        out_ += OpenCaptionSettings(style);
     }
     out_ += '\n';
     for (std::size_t line = 0; line < lineCount; ++line) {
@@ -109,6 +109,18 @@ std::string VttCueWriter::SettingsOf(const ParagraphStyleAttributes& style,
         Lose(note);
     }
     return settings;
+}
+
+const std::string& VttCueWriter::OpenCaptionSettings(const ParagraphStyleAttributes& style) {
+    if (!lastOpenPlacement_ || lastOpenPlacement_->style != style) {
+        OpenPlacement placement{style, {}, {}};
+        placement.settings = SettingsOfPlacement(style, kPosition_Uninitialized, placement.losses);
+        lastOpenPlacement_ = std::move(placement);
+    }
+    for (const std::string& note : lastOpenPlacement_->losses) {
+        Lose(note);
+    }
+    return lastOpenPlacement_->settings;
 }
 
 void VttCueWriter::AppendSpan(const TextSpanAttributes& attributes, std::string_view utf8) {

@@ -6,14 +6,18 @@
 #include "srt/SrtCueText.h"
 #include "srt/SrtTiming.h"
 
+#include <algorithm>
+
 namespace captionformats::srt {
 
 using namespace zelcaptioning;
 
 namespace {
 
+// Only spaces and tabs; compared in place, as the library's search looks up
+// each byte in the set of two.
 bool IsBlank(std::string_view line) {
-    return line.find_first_not_of(" \t") == std::string_view::npos;
+    return std::all_of(line.begin(), line.end(), [](char c) { return c == ' ' || c == '\t'; });
 }
 
 // Whether the line holds "-->", the mark of a timing line, good or bad.

@@ -2,6 +2,7 @@
 
 #include "common/ClockText.h"
 
+#include <algorithm>
 #include <optional>
 
 namespace captionformats::srt {
@@ -165,21 +166,12 @@ std::variant<CueTiming, TimingError> ParseCueTiming(std::string_view line) {
 }
 
 bool IsCueNumber(std::string_view line) {
-    while (!line.empty() && (line.front() == ' ' || line.front() == '\t')) {
-        line.remove_prefix(1);
-    }
-    while (!line.empty() && (line.back() == ' ' || line.back() == '\t')) {
-        line.remove_suffix(1);
-    }
-    if (line.empty()) {
-        return false;
-    }
-    for (char c : line) {
-        if (!IsDigit(c)) {
-            return false;
-        }
-    }
-    return true;
+    auto blank = [](char c) {
+        return c == ' ' || c == '\t';
+    };
+    const auto digits = std::find_if_not(line.begin(), line.end(), blank);
+    const auto rest = std::find_if_not(digits, line.end(), IsDigit);
+    return rest != digits && std::all_of(rest, line.end(), blank);
 }
 
 } // namespace captionformats::srt

@@ -7,6 +7,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <functional>
 #include <map>
 #include <ostream>
 #include <sstream>
@@ -81,12 +82,23 @@ std::optional<LoadedFile> Load(const std::string& path, std::string& problem) {
 }
 
 // Converts a file's content: directly where the pair allows it, else through
-// the caption model. Writing is skipped when reading failed.
+// the caption model. Writing is skipped when reading failed. A direct
+// conversion hands its bytes to `file` as it makes them, where there is one;
+// the rest of the bytes are in the conversion's written bytes.
 Conversion Convert(const FileContent& content, CaptionFileFormat target, const std::string& path,
-                   const WriteOptions& writeOptions) {
-    if (std::optional<Conversion> direct =
-            ConvertDirectly(content.format, target, content.bytes.View(), {path}, writeOptions)) {
+                   const WriteOptions& writeOptions, FileReplacement* file) {
+    std::function<void(std::string_view)> pieces;
+    if (file != nullptr) {
+        pieces = [file](std::string_view piece) {
+            file->Append(piece);
+        };
+    }
+    if (std::optional<Conversion> direct = ConvertDirectly(
+            content.format, target, content.bytes.View(), {path}, writeOptions, pieces)) {
         return std::move(*direct);
+    }
+    if (file != nullptr) {
+        file->Restart(); // what the direct conversion handed on before it gave up
     }
     Conversion conversion;
     conversion.read = MakeReader(content.format)->Read(content.bytes.View(), {path});
@@ -144,15 +156,25 @@ int RunConvert(const ConvertOptions& options, std::ostream& out, std::ostream& e
     }
     std::string problem;
     const std::optional<FileContent> content = ReadContent(options.input, problem);
+    // A file at the output is replaced as the bytes come; anything else there
+    // (a pipe, a device) takes them whole once the conversion succeeded.
+    std::optional<FileReplacement> replacement =
+        content ? FileReplacement::Begin(options.output) : std::nullopt;
     const std::optional<Conversion> input =
-        content ? std::optional(Convert(*content, *target, options.input, writeOptions))
+        content ? std::optional(Convert(*content, *target, options.input, writeOptions,
+                                        replacement ? &*replacement : nullptr))
                 : std::nullopt;
     const WriteResult none;
     const WriteResult& written = input ? input->written : none;
     bool saved = false;
     if (input && input->read.Succeeded()) {
         if (written.Succeeded()) {
-            saved = WriteFileBytes(options.output, written.bytes);
+            if (replacement) {
+                replacement->Append(written.bytes);
+                saved = replacement->Commit();
+            } else {
+                saved = WriteFileBytes(options.output, written.bytes);
+            }
             if (!saved) {
                 problem = options.output + ": cannot be written";
             }

@@ -21,9 +21,9 @@ std::optional<FileBytes> FileBytes::Open(const std::string& path) {
     struct stat status {};
     if (::fstat(descriptor, &status) == 0 && S_ISREG(status.st_mode) && status.st_size > 0) {
         const auto size = static_cast<std::size_t>(status.st_size);
-        void* mapping = ::mmap(nullptr, size, PROT_READ, MAP_PRIVATE, descriptor, 0);
+        // Mapped with all its pages at once: reading it then takes no page fault.
+        void* mapping = ::mmap(nullptr, size, PROT_READ, MAP_PRIVATE | MAP_POPULATE, descriptor, 0);
         if (mapping != MAP_FAILED) {
-            ::madvise(mapping, size, MADV_SEQUENTIAL | MADV_WILLNEED);
             bytes.mapping_ = mapping;
             bytes.mappedSize_ = size;
         }
@@ -68,10 +68,61 @@ bool WriteAll(int descriptor, std::string_view bytes) {
 
 } // namespace
 
-bool WriteFileBytes(const std::string& path, std::string_view bytes) {
+std::optional<FileReplacement> FileReplacement::Begin(const std::string& path) {
     struct stat existing {};
     const bool exists = ::stat(path.c_str(), &existing) == 0;
     if (exists && !S_ISREG(existing.st_mode)) {
+        return std::nullopt;
+    }
+    std::string temporary = path + ".XXXXXX";
+    const int descriptor = ::mkstemp(temporary.data());
+    if (descriptor < 0) {
+        return std::nullopt;
+    }
+    mode_t mode = existing.st_mode & 07777;
+    if (!exists) {
+        const mode_t mask = ::umask(0);
+        ::umask(mask);
+        mode = 0666 & ~mask;
+    }
+    return FileReplacement(path, std::move(temporary), descriptor, mode);
+}
+
+FileReplacement::FileReplacement(FileReplacement&& other) noexcept
+    : path_(std::move(other.path_))
+    , temporary_(std::move(other.temporary_))
+    , descriptor_(std::exchange(other.descriptor_, -1))
+    , mode_(other.mode_)
+    , failed_(other.failed_) {}
+
+FileReplacement::~FileReplacement() {
+    if (descriptor_ >= 0) {
+        ::close(descriptor_);
+        ::unlink(temporary_.c_str());
+    }
+}
+
+void FileReplacement::Append(std::string_view bytes) {
+    failed_ = failed_ || !WriteAll(descriptor_, bytes);
+}
+
+void FileReplacement::Restart() {
+    failed_ = failed_ || ::ftruncate(descriptor_, 0) != 0 || ::lseek(descriptor_, 0, SEEK_SET) != 0;
+}
+
+bool FileReplacement::Commit() {
+    bool written = !failed_ && ::fchmod(descriptor_, static_cast<mode_t>(mode_)) == 0;
+    written = ::close(std::exchange(descriptor_, -1)) == 0 && written;
+    if (!written || ::rename(temporary_.c_str(), path_.c_str()) != 0) {
+        ::unlink(temporary_.c_str());
+        return false;
+    }
+    return true;
+}
+
+bool WriteFileBytes(const std::string& path, std::string_view bytes) {
+    struct stat existing {};
+    if (::stat(path.c_str(), &existing) == 0 && !S_ISREG(existing.st_mode)) {
         // A pipe or a device cannot be replaced: it takes the bytes as they come.
         const int descriptor = ::open(path.c_str(), O_WRONLY | O_CLOEXEC);
         if (descriptor < 0) {
@@ -80,26 +131,12 @@ bool WriteFileBytes(const std::string& path, std::string_view bytes) {
         const bool written = WriteAll(descriptor, bytes);
         return ::close(descriptor) == 0 && written;
     }
-    // A file is written whole beside its place and then renamed over it, so a
-    // write that fails (a full disk) leaves the old file as it was.
-    std::string temporary = path + ".XXXXXX";
-    const int descriptor = ::mkstemp(temporary.data());
-    if (descriptor < 0) {
+    std::optional<FileReplacement> file = FileReplacement::Begin(path);
+    if (!file) {
         return false;
     }
-    mode_t mode = existing.st_mode & 07777;
-    if (!exists) {
-        const mode_t mask = ::umask(0);
-        ::umask(mask);
-        mode = 0666 & ~mask;
-    }
-    bool written = ::fchmod(descriptor, mode) == 0 && WriteAll(descriptor, bytes);
-    written = ::close(descriptor) == 0 && written;
-    if (!written || ::rename(temporary.c_str(), path.c_str()) != 0) {
-        ::unlink(temporary.c_str());
-        return false;
-    }
-    return true;
+    file->Append(bytes);
+    return file->Commit();
 }
 
 std::string_view FileBytes::View() const {

@@ -3,6 +3,7 @@
 #include "TypicalFiles.h"
 
 #include "captionformats/CaptionFileFormat.h"
+#include "captionformats/DirectConversion.h"
 
 #include <benchmark/benchmark.h>
 
@@ -39,6 +40,20 @@ void Write(benchmark::State& state, CaptionFileFormat format, int count) {
     }
 }
 
+// A direct conversion in the process, without its start and its file
+// handling: what bench_convert's whole-process figure spends on the bytes.
+void Convert(benchmark::State& state, CaptionFileFormat from, CaptionFileFormat to, int count) {
+    const std::string& bytes = FileOf(from, count);
+    for (auto _ : state) {
+        const std::optional<Conversion> conversion = ConvertDirectly(from, to, bytes, {}, {});
+        if (!conversion || conversion->captionCount != static_cast<std::size_t>(count)) {
+            state.SkipWithError("no direct conversion");
+        }
+        benchmark::DoNotOptimize(conversion->written.bytes.data());
+    }
+    state.SetBytesProcessed(static_cast<std::int64_t>(state.iterations() * bytes.size()));
+}
+
 constexpr int kCaptions = 10'000;
 
 } // namespace
@@ -57,4 +72,7 @@ BENCHMARK_CAPTURE(Write, WebVtt, CaptionFileFormat::kWebVtt, kCaptions)
 BENCHMARK_CAPTURE(Write, Scc, CaptionFileFormat::kScc, kCaptions)->Unit(benchmark::kMillisecond);
 BENCHMARK_CAPTURE(Write, Ttml, CaptionFileFormat::kTtml, kCaptions)->Unit(benchmark::kMillisecond);
 BENCHMARK_CAPTURE(Write, EbuStl, CaptionFileFormat::kEbuStl, kCaptions)
+    ->Unit(benchmark::kMillisecond);
+BENCHMARK_CAPTURE(Convert, SrtToWebVtt, CaptionFileFormat::kSrt, CaptionFileFormat::kWebVtt,
+                  kCaptions)
     ->Unit(benchmark::kMillisecond);

@@ -1,4 +1,6 @@
 // corvala-captions run as a process: its exit codes, files and reports.
+#include "captionformats/CaptionFileFormat.h"
+
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
@@ -118,6 +120,44 @@ TEST_F(CommandLine, ConvertingOverAnOutputLeavesOnlyTheNewOne) {
     const ProcessRun folder = RunCaptions(convert + Path("folder.vtt"));
     EXPECT_EQ(folder.exitCode, 1);
     EXPECT_THAT(folder.output, HasSubstr("folder.vtt: cannot be written"));
+}
+
+// A long conversion reaches its file in pieces as it goes. What reaches it
+// must be exactly the conversion, also when the direct path has already handed
+// pieces on before a cue out of time order sends it to the caption model.
+TEST_F(CommandLine, LongConversionsWriteExactlyWhatTheLibraryWrites) {
+    std::string inOrder;
+    for (int cue = 0; cue < 3000; ++cue) {
+        const int second = cue * 2;
+        char timing[64];
+        std::snprintf(timing, sizeof timing, "%02d:%02d:%02d,250 --> %02d:%02d:%02d,900\n",
+                      second / 3600, second / 60 % 60, second % 60, second / 3600, second / 60 % 60,
+                      second % 60);
+        inOrder += std::to_string(cue + 1) + "\n" + timing + "Line <i>" + std::to_string(cue) +
+                   "</i> & more\n\n";
+    }
+    const std::string backwards = inOrder + "3001\n00:00:00,100 --> 00:00:00,200\nEarly\n";
+    for (const auto& [name, file] : {std::pair{"in-order", inOrder}, {"backwards", backwards}}) {
+        SCOPED_TRACE(name);
+        Write(std::string(name) + ".srt", file);
+        const captionformats::ReadResult read =
+            captionformats::MakeReader(captionformats::CaptionFileFormat::kSrt)->Read(file, {});
+        const std::string expected =
+            captionformats::MakeWriter(captionformats::CaptionFileFormat::kWebVtt)
+                ->Write(read.captions, {})
+                .bytes;
+        ASSERT_GT(expected.size(), 150'000u); // several pieces
+        // Over an older, longer file: nothing of it may remain.
+        Write(std::string(name) + ".vtt", std::string(expected.size() + 1000, 'x'));
+        const ProcessRun run = RunCaptions("convert " + Path(std::string(name) + ".srt") + " " +
+                                           Path(std::string(name) + ".vtt"));
+        EXPECT_EQ(run.exitCode, 0) << run.output;
+        EXPECT_EQ(Read(std::string(name) + ".vtt"), expected);
+    }
+    // Nothing is left beside the outputs.
+    EXPECT_EQ(std::distance(std::filesystem::directory_iterator(folder_),
+                            std::filesystem::directory_iterator()),
+              5);
 }
 
 TEST_F(CommandLine, ExitsWithTwoOnUsageErrors) {

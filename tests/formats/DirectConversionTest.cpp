@@ -12,6 +12,7 @@
 #include <gtest/gtest.h>
 
 #include <random>
+#include <tuple>
 
 namespace {
 
@@ -59,6 +60,15 @@ using format_test::Messages;
             }
             return failure;
         }
+    }
+    // Handed on in pieces, the bytes are the same, and none are kept.
+    std::string pieces;
+    const std::optional<Conversion> inPieces =
+        ConvertDirectly(from, to, bytes, readOptions, writeOptions,
+                        [&pieces](std::string_view piece) { pieces.append(piece); });
+    if (!inPieces || !inPieces->written.bytes.empty() ||
+        (read.Succeeded() && pieces != direct->written.bytes)) {
+        return ::testing::AssertionFailure() << "the bytes handed on in pieces differ";
     }
     if (direct->written.bytes != written.bytes) {
         const auto& a = direct->written.bytes;
@@ -311,6 +321,33 @@ TEST(DirectConversion, SrtToWebVttMatchesTheModelPathOnWrittenFiles) {
     const auto captions = test::RandomCaptions(random, 500, srt);
     const std::string bytes = SrtWriter().Write(captions, {"in.srt"}).bytes;
     EXPECT_TRUE(SameAsModelPath(CaptionFileFormat::kSrt, CaptionFileFormat::kWebVtt, bytes));
+}
+
+// Long files are handed on in many pieces, each ending with a whole caption.
+TEST(DirectConversion, LongFilesMatchTheModelPathInPieces) {
+    test::CaptionCapabilities srt;
+    srt.italic = true;
+    srt.maxLines = 2;
+    std::mt19937 random(5);
+    const std::string srtBytes =
+        SrtWriter().Write(test::RandomCaptions(random, 4000, srt), {"in.srt"}).bytes;
+    test::CaptionCapabilities scc;
+    scc.type = kCaptionType_PopOn;
+    scc.timeStepTicks = zelmediatypes::kTicksPerSecond / 100; // a few hours in all
+    const std::string sccBytes =
+        SccWriter().Write(test::RandomCaptions(random, 4000, scc), {"in.scc"}).bytes;
+    for (const auto& [from, to, bytes, separator] :
+         {std::tuple{CaptionFileFormat::kSrt, CaptionFileFormat::kWebVtt, srtBytes, "\n\n"},
+          std::tuple{CaptionFileFormat::kScc, CaptionFileFormat::kSrt, sccBytes, "\r\n\r\n"}}) {
+        EXPECT_TRUE(SameAsModelPath(from, to, bytes));
+        std::vector<std::string> pieces;
+        ConvertDirectly(from, to, bytes, {"in"}, {"out"},
+                        [&pieces](std::string_view piece) { pieces.emplace_back(piece); });
+        EXPECT_GT(pieces.size(), 3u);
+        for (const std::string& piece : pieces) {
+            EXPECT_TRUE(piece.ends_with(separator));
+        }
+    }
 }
 
 TEST(DirectConversion, FailedReadsMatchTheModelPath) {

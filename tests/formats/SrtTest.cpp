@@ -121,6 +121,44 @@ TEST(SrtReader, ToleratesNumberingAndLineEndsFoundInTheWild) {
     }
 }
 
+// The usual "HH:MM:SS,mmm --> HH:MM:SS,mmm" line is read by a shortcut; the
+// same times spelled any other way take the general scan. Both must give the
+// same ticks, and what the shortcut must not take still fails as before.
+TEST(SrtReader, ReadsTheUsualTimingLikeAnyOtherSpelling) {
+    const std::int64_t times[] = {0, 1, 999, 1000, 59'999, 3'599'999, 3'600'000, 359'999'999};
+    auto clock = [](std::int64_t ms, const char* separator, const char* extraDigit) {
+        char text[48];
+        std::snprintf(text, sizeof text, "%02lld:%02lld:%02lld%s%03lld%s",
+                      static_cast<long long>(ms / 3'600'000),
+                      static_cast<long long>(ms / 60'000 % 60),
+                      static_cast<long long>(ms / 1000 % 60), separator,
+                      static_cast<long long>(ms % 1000), extraDigit);
+        return std::string(text);
+    };
+    for (const std::int64_t begin : times) {
+        for (const std::int64_t end : times) {
+            const std::string usual = clock(begin, ",", "") + " --> " + clock(end, ".", "");
+            const ReadResult read = ReadSrt("1\n" + usual + "\nx\n");
+            const ReadResult spelled = ReadSrt("1\n " + clock(begin, ",", "0") + "-->" +
+                                               clock(end, ",", "00") + "\tX1:2\nx\n");
+            ASSERT_EQ(read.captions.size(), 1u) << usual;
+            ASSERT_EQ(spelled.captions.size(), 1u) << usual;
+            EXPECT_EQ(read.captions[0]->GetBeginTime(), spelled.captions[0]->GetBeginTime());
+            EXPECT_EQ(read.captions[0]->GetEndTime(), spelled.captions[0]->GetEndTime());
+            EXPECT_EQ(test::MillisecondsOf(read.captions[0]->GetBeginTime()), begin);
+            EXPECT_EQ(test::MillisecondsOf(read.captions[0]->GetEndTime()), end);
+        }
+    }
+    const ReadResult refused = ReadSrt("1\n00:60:00,000 --> 01:00:00,000\nx\n\n"
+                                       "2\n00:00:01,000 --> 00:00:02,000x\nx\n\n"
+                                       "3\n00:00:01:000 --> 00:00:02,000\tX1:5\nkept\n");
+    EXPECT_THAT(Messages(refused.warnings),
+                ElementsAre("in.srt:2:4: cue skipped: minutes of the begin time must be 00 to 59",
+                            "in.srt:6:30: cue skipped: unexpected character after the end time"));
+    ASSERT_EQ(refused.captions.size(), 1u);
+    EXPECT_EQ(test::MillisecondsOf(refused.captions[0]->GetBeginTime()), 1000);
+}
+
 TEST(SrtReader, PlacesCaptionsByKeypadTags) {
     const ReadResult result =
         ReadSrt("1\n00:00:01,000 --> 00:00:02,000\n{\\an7}Top left\nsecond\n\n"
@@ -164,12 +202,38 @@ TEST(SrtReader, ReadsTagNamesInAnyCase) {
                             "in.srt:3:61: unsupported tag </s> dropped"));
 }
 
+// Emphasis tags count: a nested one keeps its style open until the last
+// close, and a close without an open changes nothing.
+TEST(SrtReader, CountsNestedAndStrayEmphasisTags) {
+    const ReadResult result = ReadSrt("1\n00:00:01,000 --> 00:00:02,000\n"
+                                      "</b></B><b>x</b>a<i><I>y</i>z</I>b<U>w</u>c</i>\n");
+    ASSERT_EQ(result.captions.size(), 1u);
+    const auto& line = *result.captions[0]->GetCaptionTextParagraph(0);
+    std::vector<std::string> spans;
+    for (std::uint64_t s = 0; s < line.GetNumSpans(); ++s) {
+        const TextSpanAttributes& style = line.GetCaptionTextSpan(s)->StyleAttributes();
+        spans.push_back(std::string(style.IsBolded() ? "b" : "") +
+                        (style.IsItalicized() ? "i" : "") + (style.IsUnderlined() ? "u" : "") +
+                        ":" + zelcore::ToUTF8(line.GetCaptionTextSpan(s)->GetCaptionText()));
+    }
+    EXPECT_THAT(spans, ElementsAre("b:x", ":a", "i:yz", ":b", "u:w", ":c"));
+    EXPECT_TRUE(result.warnings.empty());
+}
+
 TEST(SrtReader, KeepsWhatIsNotMarkupAsTextAndDecodesReferences) {
     const ReadResult result = ReadSrt(
-        "1\n00:00:01,000 --> 00:00:02,000\na < b {x} & c &lt;i&gt; &#9834; &#x266A; &bogus;\n");
+        "1\n00:00:01,000 --> 00:00:02,000\na < b {x} & c &lt;i&gt; &#9834; &#x266A; &bogus;\n"
+        "<not <i>a tag</i> <b>one</b> two three four five six -- seven<u>eight</u>>\n");
     ASSERT_EQ(result.captions.size(), 1u);
     EXPECT_THAT(test::LinesOf(*result.captions[0]),
-                ElementsAre("a < b {x} & c <i> \u266A \u266A &bogus;"));
+                ElementsAre("a < b {x} & c <i> \u266A \u266A &bogus;",
+                            "<not a tag one two three four five six -- seveneight>"));
+    const auto& second = *result.captions[0]->GetCaptionTextParagraph(1);
+    ASSERT_EQ(second.GetNumSpans(), 7u) << "a '<' before the next '>' starts no tag";
+    EXPECT_TRUE(second.GetCaptionTextSpan(1)->StyleAttributes().IsItalicized());
+    EXPECT_TRUE(second.GetCaptionTextSpan(3)->StyleAttributes().IsBolded());
+    EXPECT_TRUE(second.GetCaptionTextSpan(5)->StyleAttributes().IsUnderlined());
+    EXPECT_EQ(zelcore::ToUTF8(second.GetCaptionTextSpan(5)->GetCaptionText()), "eight");
     EXPECT_TRUE(result.warnings.empty());
 }
 

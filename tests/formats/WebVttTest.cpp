@@ -196,4 +196,54 @@ TEST(WebVttWriter, ReportsColoursOutsideTheClassesAndRoundedPositions) {
     EXPECT_THAT(written.bytes, HasSubstr("position:33.333333333%,line-left line:50%,start"));
 }
 
+// Markup characters are escaped wherever they stand in a span, short or long,
+// plain or emphasised: the writer looks for them 16, 8 and 1 bytes at a time.
+TEST(WebVttWriter, EscapesMarkupCharactersAtEveryPlace) {
+    auto escaped = [](const std::string& text) {
+        std::string out;
+        for (char c : text) {
+            out += c == '&' ? "&amp;" : c == '<' ? "&lt;" : c == '>' ? "&gt;" : std::string(1, c);
+        }
+        return out;
+    };
+    std::vector<CaptionPtr> captions;
+    std::string expected = "WEBVTT\n\n";
+    for (std::size_t length = 1; length <= 40; ++length) {
+        for (std::size_t at = 0; at < length; ++at) {
+            std::string text(length, 'a');
+            text[at] = "&<>"[at % 3];
+            if (at + 9 < length) {
+                text[at + 9] = "><&"[at % 3];
+            }
+            TextSpanAttributes style;
+            style.SetItalicized(at % 2 == 1);
+            CaptionTextParagraphPtr line(new CaptionTextParagraph);
+            line->AppendCaptionTextSpan(new CaptionTextSpan(zelcore::ToUTF16(text), style));
+            CaptionPtr caption(new Caption);
+            caption->SetBeginTime(
+                zelmediatypes::TickTime::FromSeconds(static_cast<std::int64_t>(captions.size())));
+            caption->SetEndTime(caption->GetBeginTime() + zelmediatypes::TickTime::FromSeconds(1));
+            caption->SetCaptionType(kCaptionType_Open);
+            caption->AppendCaptionTextParagraph(line);
+            captions.push_back(caption);
+        }
+    }
+    const WriteResult written = WebVttWriter().Write(captions, {"out.vtt"});
+    std::size_t index = 0;
+    for (const CaptionPtr& caption : captions) {
+        const CaptionTextSpan& span = *caption->GetCaptionTextParagraph(0)->GetCaptionTextSpan(0);
+        const std::string text = escaped(zelcore::ToUTF8(span.GetCaptionText()));
+        const auto clock = [](std::size_t seconds) {
+            char time[48];
+            std::snprintf(time, sizeof time, "00:%02zu:%02zu.000", seconds / 60, seconds % 60);
+            return std::string(time);
+        };
+        expected += clock(index) + " --> " + clock(index + 1) + "\n" +
+                    (span.StyleAttributes().IsItalicized() ? "<i>" + text + "</i>" : text) + "\n\n";
+        ++index;
+    }
+    EXPECT_EQ(written.bytes, expected);
+    EXPECT_TRUE(written.warnings.empty());
+}
+
 } // namespace

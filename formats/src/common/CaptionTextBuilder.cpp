@@ -4,12 +4,22 @@ namespace captionformats {
 
 using namespace zelcaptioning;
 
+namespace {
+
+// Neighbouring runs differ mostly in emphasis: that is compared first.
+bool SameAttributes(const TextSpanAttributes& a, const TextSpanAttributes& b) {
+    return a.IsItalicized() == b.IsItalicized() && a.IsBolded() == b.IsBolded() &&
+           a.IsUnderlined() == b.IsUnderlined() && a == b;
+}
+
+} // namespace
+
 void CaptionTextBuilder::Append(std::string_view utf8, const TextSpanAttributes& attributes) {
     if (utf8.empty()) {
         return;
     }
     Line& line = lines_[lineCount_ - 1];
-    if (line.runCount > 0 && line.runs[line.runCount - 1].attributes == attributes) {
+    if (line.runCount > 0 && SameAttributes(line.runs[line.runCount - 1].attributes, attributes)) {
         line.runs[line.runCount - 1].utf8 += utf8;
         return;
     }

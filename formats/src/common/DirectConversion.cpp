@@ -12,13 +12,51 @@ using namespace zelcaptioning;
 
 namespace {
 
+// The bytes a direct conversion writes: kept whole, or handed on in pieces
+// once a piece's worth has gathered.
+class Output {
+public:
+    Output(std::size_t wholeSize, const std::function<void(std::string_view)>& pieces)
+        : pieces_(pieces) {
+        bytes_.reserve(pieces_ ? kPieceBytes + kPieceBytes / 4 : wholeSize);
+    }
+
+    std::string& Bytes() { return bytes_; }
+
+    // Called between captions: a caption is never split across two pieces.
+    void CaptionWritten() {
+        if (pieces_ && bytes_.size() >= kPieceBytes) {
+            pieces_(bytes_);
+            bytes_.clear();
+        }
+    }
+
+    // The bytes not yet handed on: given to `pieces` too where there is one.
+    std::string Rest() {
+        if (pieces_) {
+            pieces_(bytes_);
+            bytes_.clear();
+        }
+        return std::move(bytes_);
+    }
+
+private:
+    // Small enough to stay in the processor's caches, large enough that
+    // handing a piece on costs little beside making it.
+    static constexpr std::size_t kPieceBytes = 64 * 1024;
+
+    const std::function<void(std::string_view)>& pieces_;
+    std::string bytes_;
+};
+
 // Writes each SubRip cue as a WebVTT cue as soon as it is read. The WebVTT
 // writer orders captions by begin time, so a cue that begins before the one
 // before it stops the direct path.
 class SrtToVttSink final : public srt::CueSink {
 public:
-    SrtToVttSink(std::string& out, LossReport& losses)
-        : writer_(out, losses) {}
+    SrtToVttSink(Output& out, LossReport& losses)
+        : out_(out)
+        , writer_(out.Bytes(), losses) {}
 
     void Cue(zelmediatypes::TickTime begin, zelmediatypes::TickTime end,
              const ParagraphStyleAttributes& style, CaptionTextBuilder& text,
@@ -28,6 +66,7 @@ public:
         }
         if (!outOfOrder_) {
             writer_.WriteOpenCaption(begin, end, style, text, lineCount, cues_);
+            out_.CaptionWritten();
         }
         text.Clear();
         previousBegin_ = begin;
@@ -37,6 +76,7 @@ public:
     bool OutOfOrder() const { return outOfOrder_; }
 
 private:
+    Output& out_;
     webvtt::VttCueWriter writer_;
     std::size_t cues_ = 0;
     zelmediatypes::TickTime previousBegin_;
@@ -46,31 +86,32 @@ private:
 // Gives the conversion what was read of a stream of that format and, when the
 // read succeeded, the bytes written with what the target format could not carry.
 void Finish(Conversion& conversion, zelcaptioning::StreamFormat format, DiagnosticLog& readLog,
-            const LossReport& losses, std::string out, const WriteOptions& writeOptions) {
+            const LossReport& losses, Output& out, const WriteOptions& writeOptions) {
     conversion.read.streamFormat = format;
     readLog.TakeInto(conversion.read);
     if (conversion.read.Succeeded()) {
         DiagnosticLog writeLog(writeOptions.fileName);
         losses.ReportInto(writeLog);
-        conversion.written.bytes = std::move(out);
+        conversion.written.bytes = out.Rest();
         writeLog.TakeInto(conversion.written);
     }
 }
 
 std::optional<Conversion> SrtToWebVtt(std::string_view bytes, const ReadOptions& readOptions,
-                                      const WriteOptions& writeOptions) {
+                                      const WriteOptions& writeOptions,
+                                      const std::function<void(std::string_view)>& pieces) {
     Conversion conversion;
     DiagnosticLog readLog(readOptions.fileName);
     LossReport losses;
-    std::string out(webvtt::kSignature);
     // WebVTT output is about as long as its SubRip input.
-    out.reserve(bytes.size() + bytes.size() / 8 + 64);
+    Output out(bytes.size() + bytes.size() / 8 + 64, pieces);
+    out.Bytes() = webvtt::kSignature;
     SrtToVttSink sink(out, losses);
     conversion.captionCount = srt::ReadSrtCues(bytes, readLog, sink);
     if (sink.OutOfOrder()) {
         return std::nullopt;
     }
-    Finish(conversion, kStreamFormat_OpenCaptions, readLog, losses, std::move(out), writeOptions);
+    Finish(conversion, kStreamFormat_OpenCaptions, readLog, losses, out, writeOptions);
     return conversion;
 }
 
@@ -80,8 +121,9 @@ std::optional<Conversion> SrtToWebVtt(std::string_view bytes, const ReadOptions&
 // path.
 class SccToSrtSink final : public cea608::DecodedCaptionSink {
 public:
-    SccToSrtSink(std::string& out, LossReport& losses)
-        : writer_(out, losses) {}
+    SccToSrtSink(Output& out, LossReport& losses)
+        : out_(out)
+        , writer_(out.Bytes(), losses) {}
 
     void Caption(std::int64_t beginFrame, std::int64_t endFrame, CaptionType type,
                  const cea608::CaptionMemory& screen) override {
@@ -94,6 +136,7 @@ public:
             writer_.WriteLines(begin, scc::TimeOfFrame(endFrame), type,
                                cea608::CaptionMemory::LineStyle(), text_, lines, captions_);
             text_.Clear();
+            out_.CaptionWritten();
         }
         previousBegin_ = begin;
         ++captions_;
@@ -103,6 +146,7 @@ public:
     bool OutOfOrder() const { return outOfOrder_; }
 
 private:
+    Output& out_;
     srt::SrtCueWriter writer_;
     CaptionTextBuilder text_;
     std::size_t captions_ = 0;
@@ -111,20 +155,20 @@ private:
 };
 
 std::optional<Conversion> SccToSrt(std::string_view bytes, const ReadOptions& readOptions,
-                                   const WriteOptions& writeOptions) {
+                                   const WriteOptions& writeOptions,
+                                   const std::function<void(std::string_view)>& pieces) {
     Conversion conversion;
     DiagnosticLog readLog(readOptions.fileName);
     LossReport losses;
-    std::string out;
     // SubRip output is about half as long as its SCC input.
-    out.reserve(bytes.size() / 2 + 64);
+    Output out(bytes.size() / 2 + 64, pieces);
     SccToSrtSink sink(out, losses);
     scc::ReadSccCaptions(bytes, readLog, sink);
     if (sink.OutOfOrder()) {
         return std::nullopt;
     }
     conversion.captionCount = sink.Captions();
-    Finish(conversion, kStreamFormat_CEA608, readLog, losses, std::move(out), writeOptions);
+    Finish(conversion, kStreamFormat_CEA608, readLog, losses, out, writeOptions);
     return conversion;
 }
 
@@ -132,12 +176,13 @@ std::optional<Conversion> SccToSrt(std::string_view bytes, const ReadOptions& re
 
 std::optional<Conversion> ConvertDirectly(CaptionFileFormat from, CaptionFileFormat to,
                                           std::string_view bytes, const ReadOptions& readOptions,
-                                          const WriteOptions& writeOptions) {
+                                          const WriteOptions& writeOptions,
+                                          const std::function<void(std::string_view)>& pieces) {
     if (from == CaptionFileFormat::kSrt && to == CaptionFileFormat::kWebVtt) {
-        return SrtToWebVtt(bytes, readOptions, writeOptions);
+        return SrtToWebVtt(bytes, readOptions, writeOptions, pieces);
     }
     if (from == CaptionFileFormat::kScc && to == CaptionFileFormat::kSrt) {
-        return SccToSrt(bytes, readOptions, writeOptions);
+        return SccToSrt(bytes, readOptions, writeOptions, pieces);
     }
     return std::nullopt;
 }

@@ -7,13 +7,34 @@ void AppendInStyleTags(std::string& out, const zelcaptioning::TextSpanAttributes
     const bool bold = attributes.IsBolded();
     const bool italic = attributes.IsItalicized();
     const bool underline = attributes.IsUnderlined();
-    out += bold ? "<b>" : "";
-    out += italic ? "<i>" : "";
-    out += underline ? "<u>" : "";
+    if (bold) {
+        out += "<b>";
+    }
+    if (italic) {
+        out += "<i>";
+    }
+    if (underline) {
+        out += "<u>";
+    }
     escape(out, text);
-    out += underline ? "</u>" : "";
-    out += italic ? "</i>" : "";
-    out += bold ? "</b>" : "";
+    if (underline) {
+        out += "</u>";
+    }
+    if (italic) {
+        out += "</i>";
+    }
+    if (bold) {
+        out += "</b>";
+    }
+}
+
+bool OnlyEmphasis(const zelcaptioning::TextSpanAttributes& attributes) {
+    using namespace zelcaptioning;
+    return attributes.textColor == kCaptioningColor_White &&
+           attributes.backgroundColor == kCaptioningColor_Transparent &&
+           attributes.edgeColor == kCaptioningColor_Transparent && attributes.edgeWidth == 0.0f &&
+           attributes.GetTextEdge() == TextSpanAttributes::kTextEdge_None &&
+           attributes.GetFontSize() == 0.0f && attributes.GetFontName().empty();
 }
 
 } // namespace captionformats

@@ -13,4 +13,8 @@ namespace captionformats {
 void AppendInStyleTags(std::string& out, const zelcaptioning::TextSpanAttributes& attributes,
                        std::string_view text, void (*escape)(std::string&, std::string_view));
 
+// True when the attributes are the defaults but for bold, italic and
+// underline: a span both formats write whole, with no loss to note.
+bool OnlyEmphasis(const zelcaptioning::TextSpanAttributes& attributes);
+
 } // namespace captionformats

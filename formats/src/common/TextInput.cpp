@@ -1,6 +1,6 @@
 #include "common/TextInput.h"
 
-#include <bit>
+#include "common/ByteScan.h"
 
 #if defined(__SSE2__)
 #include <emmintrin.h>
@@ -25,11 +25,6 @@ __m128i Terminators(__m128i block) {
                         _mm_cmpeq_epi8(block, _mm_set1_epi8('\r')));
 }
 
-// Bit i set where byte i of the block is CR or LF.
-unsigned TerminatorMask(__m128i block) {
-    return static_cast<unsigned>(_mm_movemask_epi8(Terminators(block)));
-}
-
 // Bit i set where byte i of the block is NUL or not ASCII.
 unsigned SpecialMask(__m128i block) {
     return static_cast<unsigned>(
@@ -39,21 +34,6 @@ unsigned SpecialMask(__m128i block) {
 
 bool IsTerminator(char c) {
     return c == '\n' || c == '\r';
-}
-
-// Where the first CR or LF at or after `from` is, or text.size().
-std::size_t NextTerminator(std::string_view text, std::size_t from) {
-#if defined(__SSE2__)
-    for (; from + kBlock <= text.size(); from += kBlock) {
-        if (const unsigned mask = TerminatorMask(LoadBlock(text.data() + from))) {
-            return from + static_cast<std::size_t>(std::countr_zero(mask));
-        }
-    }
-#endif
-    while (from < text.size() && !IsTerminator(text[from])) {
-        ++from;
-    }
-    return from;
 }
 
 // How many CRs and LFs the text holds: at least its number of lines less one.
@@ -211,8 +191,8 @@ void AppendUtf8(std::string& utf8, char32_t codePoint) {
     }
 }
 
-TextInput::TextInput(std::string_view bytes, Encoding encoding) {
-    const bool utf16Allowed = encoding == Encoding::kUtf8OrUtf16;
+DecodedText::DecodedText(std::string_view bytes, TextEncoding encoding) {
+    const bool utf16Allowed = encoding == TextEncoding::kUtf8OrUtf16;
     if (utf16Allowed && bytes.starts_with("\xFF\xFE")) {
         decoded_ = DecodeUtf16(bytes.substr(2), false);
         text_ = decoded_;
@@ -234,19 +214,28 @@ TextInput::TextInput(std::string_view bytes, Encoding encoding) {
             text_ = decoded_;
         }
     }
-    const std::string_view text = text_;
-    lines_.reserve(CountTerminators(text) + 1);
-    std::size_t start = 0;
-    std::uint64_t number = 1;
-    while (start < text.size()) {
-        const std::size_t end = NextTerminator(text, start);
-        if (end == text.size()) {
-            lines_.push_back({text.substr(start), number});
-            break;
-        }
-        lines_.push_back({text.substr(start, end - start), number++});
-        start =
-            end + ((text[end] == '\r' && end + 1 < text.size() && text[end + 1] == '\n') ? 2 : 1);
+}
+
+bool LineCursor::Next(TextLine& line) {
+    if (start_ >= text_.size()) {
+        return false;
+    }
+    const std::size_t end = FindFirstOf<'\n', '\r'>(text_, start_);
+    line = {text_.substr(start_, end - start_), number_++};
+    start_ =
+        end == text_.size()
+            ? end
+            : end + ((text_[end] == '\r' && end + 1 < text_.size() && text_[end + 1] == '\n') ? 2
+                                                                                              : 1);
+    return true;
+}
+
+TextInput::TextInput(std::string_view bytes, Encoding encoding)
+    : DecodedText(bytes, encoding) {
+    lines_.reserve(CountTerminators(Text()) + 1);
+    LineCursor cursor(Text());
+    for (Line line; cursor.Next(line);) {
+        lines_.push_back(line);
     }
 }
 

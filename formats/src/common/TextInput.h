@@ -9,32 +9,60 @@
 
 namespace captionformats {
 
-// A text file decoded to UTF-8 and cut into lines. A UTF-8 byte order mark is
-// dropped; with kUtf8OrUtf16, a UTF-16 one (either byte order) makes the rest
-// decode as UTF-16. NUL becomes U+FFFD, as does any byte that is not part of
-// valid UTF-8. Lines end at CR LF, a lone CR or a lone LF; the terminators are
-// not kept.
-class TextInput {
+enum class TextEncoding { kUtf8, kUtf8OrUtf16 };
+
+// A text file decoded to UTF-8. A UTF-8 byte order mark is dropped; with
+// kUtf8OrUtf16, a UTF-16 one (either byte order) makes the rest decode as
+// UTF-16. NUL becomes U+FFFD, as does any byte that is not part of valid UTF-8.
+class DecodedText {
 public:
-    enum class Encoding { kUtf8, kUtf8OrUtf16 };
+    DecodedText(std::string_view bytes, TextEncoding encoding);
+    DecodedText(const DecodedText&) = delete;
+    DecodedText& operator=(const DecodedText&) = delete;
 
-    struct Line {
-        std::string_view text;
-        std::uint64_t number = 0; // 1-based
-    };
-
-    TextInput(std::string_view bytes, Encoding encoding);
-    TextInput(const TextInput&) = delete;
-    TextInput& operator=(const TextInput&) = delete;
-
-    // Valid UTF-8 input is not copied: the text and the lines then point into
-    // the bytes given, which must outlive the TextInput.
+    // Valid UTF-8 input is not copied: the text then points into the bytes
+    // given, which must outlive the DecodedText.
     std::string_view Text() const { return text_; }
-    const std::vector<Line>& Lines() const { return lines_; }
 
 private:
     std::string decoded_; // the text when the bytes had to be decoded
     std::string_view text_;
+};
+
+struct TextLine {
+    std::string_view text;
+    std::uint64_t number = 0; // 1-based
+};
+
+// Cuts a text into lines one at a time, without holding them all: lines end at
+// CR LF, a lone CR or a lone LF; the terminators are not kept, and a text's
+// last terminator starts no further line.
+class LineCursor {
+public:
+    explicit LineCursor(std::string_view text)
+        : text_(text) {}
+
+    // The next line into `line`; false at the end of the text.
+    bool Next(TextLine& line);
+
+private:
+    std::string_view text_;
+    std::size_t start_ = 0;
+    std::uint64_t number_ = 1;
+};
+
+// A decoded text cut into lines (see DecodedText and LineCursor).
+class TextInput : public DecodedText {
+public:
+    using Encoding = TextEncoding;
+    using Line = TextLine;
+
+    TextInput(std::string_view bytes, Encoding encoding);
+
+    // The lines point into Text().
+    const std::vector<Line>& Lines() const { return lines_; }
+
+private:
     std::vector<Line> lines_;
 };
 

@@ -1,5 +1,6 @@
 #include "srt/SrtCueReader.h"
 
+#include "common/ByteScan.h"
 #include "common/KeypadAnchor.h"
 #include "common/TextInput.h"
 #include "srt/SrtCueText.h"
@@ -13,60 +14,104 @@ using namespace zelcaptioning;
 
 namespace {
 
+// Only spaces and tabs; compared in place, as the library's search looks up
+// each byte in the set of two.
 bool IsBlank(std::string_view line) {
-    return line.find_first_not_of(" \t") == std::string_view::npos;
+    return std::all_of(line.begin(), line.end(), [](char c) { return c == ' ' || c == '\t'; });
+}
+
+// Whether the line holds "-->", the mark of a timing line, good or bad.
+bool HasArrow(std::string_view line) {
+    for (std::size_t at = 0; (at = FindFirstOf<'-'>(line, at)) + 2 < line.size(); ++at) {
+        if (line[at + 1] == '-' && line[at + 2] == '>') {
+            return true;
+        }
+    }
+    return false;
 }
 
 bool IsTiming(std::string_view line) {
-    return line.find("-->") != std::string_view::npos &&
-           std::holds_alternative<CueTiming>(ParseCueTiming(line));
+    return HasArrow(line) && std::holds_alternative<CueTiming>(ParseCueTiming(line));
 }
+
+// The lines of a text one at a time, with the line after the current one in
+// view: a cue number is told by the line that follows it.
+class LineWindow {
+public:
+    explicit LineWindow(std::string_view text)
+        : cursor_(text) {
+        count_ = cursor_.Next(lines_[0]) ? (cursor_.Next(lines_[1]) ? 2 : 1) : 0;
+    }
+
+    bool AtEnd() const { return count_ == 0; }
+    const TextLine& Current() const { return lines_[0]; }
+    // The line after the current one, or nullptr at the last line.
+    const TextLine* Following() const { return count_ > 1 ? &lines_[1] : nullptr; }
+
+    void Advance() {
+        lines_[0] = lines_[1];
+        if (count_ == 2 && cursor_.Next(lines_[1])) {
+            return;
+        }
+        --count_;
+    }
+
+private:
+    LineCursor cursor_;
+    TextLine lines_[2];
+    int count_ = 0;
+};
 
 class SrtParse {
 public:
-    SrtParse(const TextInput& input, DiagnosticLog& log, CueSink& sink)
-        : lines_(input.Lines())
+    SrtParse(std::string_view text, DiagnosticLog& log, CueSink& sink)
+        : lines_(text)
         , log_(log)
         , sink_(sink) {}
 
     // Returns the number of cues.
     std::size_t Run() {
-        std::size_t index = 0;
-        while (index < lines_.size()) {
-            const TextInput::Line& line = lines_[index];
-            if (IsBlank(line.text) || StartsCue(index)) {
-                ++index;
-            } else if (line.text.find("-->") != std::string_view::npos) {
-                index = ReadCue(index);
+        while (!lines_.AtEnd()) {
+            const TextLine& line = lines_.Current();
+            if (IsBlank(line.text) || StartsCue()) {
+                lines_.Advance();
+            } else if (HasArrow(line.text)) {
+                ReadCue();
             } else {
                 log_.Warn(SourceLocation::AtLine(line.number, 1),
                           "line skipped: expected a cue number or a timing line");
-                ++index;
+                lines_.Advance();
             }
         }
         return cues_;
     }
 
 private:
-    // A cue number followed by a timing line, good or bad.
-    bool StartsCue(std::size_t index) const {
-        return IsCueNumber(lines_[index].text) && index + 1 < lines_.size() &&
-               lines_[index + 1].text.find("-->") != std::string_view::npos;
+    // Whether the current line is a cue number followed by a timing line, good or bad.
+    bool StartsCue() const {
+        const TextLine* following = lines_.Following();
+        return following != nullptr && IsCueNumber(lines_.Current().text) &&
+               HasArrow(following->text);
     }
 
-    // Reads the cue whose timing line is at `index`; returns the index after it.
-    std::size_t ReadCue(std::size_t index) {
-        const TextInput::Line& timingLine = lines_[index];
+    // Whether the current line is one of the cue's text lines.
+    bool InCueText() const {
+        const std::string_view text = lines_.Current().text;
+        return !IsBlank(text) && !StartsCue() && !IsTiming(text);
+    }
+
+    // Reads the cue whose timing line is the current one, and moves past its text.
+    void ReadCue() {
+        const TextLine timingLine = lines_.Current();
         const auto timing = ParseCueTiming(timingLine.text);
-        std::size_t next = index + 1;
-        while (next < lines_.size() && !IsBlank(lines_[next].text) && !StartsCue(next) &&
-               !IsTiming(lines_[next].text)) {
-            ++next;
-        }
+        lines_.Advance();
         if (const auto* error = std::get_if<TimingError>(&timing)) {
             log_.Warn(SourceLocation::AtLine(timingLine.number, error->column),
                       "cue skipped: " + error->message);
-            return next;
+            while (!lines_.AtEnd() && InCueText()) {
+                lines_.Advance();
+            }
+            return;
         }
         const auto& [begin, end] = std::get<CueTiming>(timing);
         if (end < begin) {
@@ -74,25 +119,24 @@ private:
                       "cue ends before it begins; kept as found");
         }
         // One builder for every cue keeps its storage; each cue takes all it gathered.
-        CaptionTextBuilder& builder = builder_;
-        SrtCueText cueText(builder, log_);
-        for (std::size_t textIndex = index + 1; textIndex < next; ++textIndex) {
-            if (textIndex > index + 1) {
-                builder.BreakLine();
+        SrtCueText cueText(builder_, log_);
+        std::size_t textLines = 0;
+        for (; !lines_.AtEnd() && InCueText(); lines_.Advance()) {
+            if (textLines++ > 0) {
+                builder_.BreakLine();
             }
-            cueText.ParseLine(lines_[textIndex].text, lines_[textIndex].number);
+            cueText.ParseLine(lines_.Current().text, lines_.Current().number);
         }
         ParagraphStyleAttributes style;
         if (const auto keypad = cueText.KeypadPosition()) {
             style.SetAnchorID(AnchorFromKeypad(*keypad));
             style.SetTextAlignment(AlignmentOfColumn(style.GetAnchorID()));
         }
-        sink_.Cue(begin, end, style, builder, next > index + 1 ? builder.LineCount() : 0);
+        sink_.Cue(begin, end, style, builder_, textLines > 0 ? builder_.LineCount() : 0);
         ++cues_;
-        return next;
     }
 
-    const std::vector<TextInput::Line>& lines_;
+    LineWindow lines_;
     DiagnosticLog& log_;
     CueSink& sink_;
     std::size_t cues_ = 0;
@@ -102,13 +146,11 @@ private:
 } // namespace
 
 std::size_t ReadSrtCues(std::string_view bytes, DiagnosticLog& log, CueSink& sink) {
-    const TextInput input(bytes, TextInput::Encoding::kUtf8OrUtf16);
-    const std::size_t cues = SrtParse(input, log, sink).Run();
-    if (cues == 0 && !input.Lines().empty()) {
-        const bool onlyBlank =
-            std::all_of(input.Lines().begin(), input.Lines().end(),
-                        [](const TextInput::Line& line) { return IsBlank(line.text); });
-        if (!onlyBlank) {
+    const DecodedText input(bytes, TextEncoding::kUtf8OrUtf16);
+    const std::size_t cues = SrtParse(input.Text(), log, sink).Run();
+    if (cues == 0) {
+        // Some line holds more than spaces and tabs.
+        if (input.Text().find_first_not_of(" \t\r\n") != std::string_view::npos) {
             log.Fail(SourceLocation::AtLine(1, 1), "no SubRip cue found (no line of the form "
                                                    "\"00:00:01,000 --> 00:00:02,000\")");
         }

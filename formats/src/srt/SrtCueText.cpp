@@ -1,10 +1,10 @@
 #include "srt/SrtCueText.h"
 
+#include "common/ByteScan.h"
 #include "common/CharacterReference.h"
 #include "common/CssColor.h"
 
 #include <algorithm>
-#include <cctype>
 
 namespace captionformats::srt {
 
@@ -36,8 +36,9 @@ bool IsTagName(std::string_view name, std::string_view lowerName) {
                       [](char c, char lower) { return LowercaseAscii(c) == lower; });
 }
 
+// Tag names are ASCII letters.
 bool IsAlpha(char c) {
-    return std::isalpha(static_cast<unsigned char>(c)) != 0;
+    return LowercaseAscii(c) >= 'a' && LowercaseAscii(c) <= 'z';
 }
 
 // The value of attribute `name` in a tag's attribute text: quoted with " or ',
@@ -85,14 +86,20 @@ void SrtCueText::ParseLine(std::string_view line, std::uint64_t lineNumber) {
     std::size_t position = 0;
     std::size_t textStart = 0;
     auto flushText = [&](std::size_t upTo) {
-        builder_.Append(line.substr(textStart, upTo - textStart), CurrentAttributes());
+        if (upTo > textStart) {
+            builder_.Append(line.substr(textStart, upTo - textStart), CurrentAttributes());
+        }
     };
-    while (position < line.size()) {
+    while ((position = FindFirstOf<'<', '{', '&'>(line, position)) < line.size()) {
         const char c = line[position];
         std::size_t consumed = 0;
         if (c == '<') {
             flushText(position);
-            consumed = ParseTag(line.substr(position), lineNumber, position + 1);
+            const std::string_view tag = line.substr(position);
+            consumed = ParseEmphasisTag(tag);
+            if (consumed == 0) {
+                consumed = ParseTag(tag, lineNumber, position + 1);
+            }
         } else if (c == '{') {
             flushText(position);
             consumed = ParseOverride(line.substr(position), lineNumber, position + 1);
@@ -116,11 +123,37 @@ void SrtCueText::ParseLine(std::string_view line, std::uint64_t lineNumber) {
     flushText(line.size());
 }
 
+int* SrtCueText::EmphasisDepth(char name) {
+    switch (LowercaseAscii(name)) {
+    case 'b':
+        return &boldDepth_;
+    case 'i':
+        return &italicDepth_;
+    case 'u':
+        return &underlineDepth_;
+    default:
+        return nullptr;
+    }
+}
+
+std::size_t SrtCueText::ParseEmphasisTag(std::string_view text) {
+    const bool closing = text.size() > 1 && text[1] == '/';
+    const std::size_t name = closing ? 2 : 1;
+    int* depth =
+        name + 1 < text.size() && text[name + 1] == '>' ? EmphasisDepth(text[name]) : nullptr;
+    if (depth == nullptr) {
+        return 0;
+    }
+    *depth = std::max(0, *depth + (closing ? -1 : 1));
+    Restyle();
+    return name + 2;
+}
+
 std::size_t SrtCueText::ParseTag(std::string_view text, std::uint64_t lineNumber,
                                  std::size_t column) {
-    const std::size_t close = text.find('>');
-    if (close == std::string_view::npos ||
-        text.substr(1, close).find('<') != std::string_view::npos) {
+    // A tag runs to the first '>'; a '<' before it starts no tag here.
+    const std::size_t close = FindFirstOf<'<', '>'>(text, 1);
+    if (close == text.size() || text[close] == '<') {
         return 0;
     }
     std::string_view body = text.substr(1, close - 1);
@@ -137,16 +170,8 @@ std::size_t SrtCueText::ParseTag(std::string_view text, std::uint64_t lineNumber
     }
     const std::string_view name = body.substr(0, nameLength);
     const std::string_view attributes = body.substr(nameLength);
-    const int step = closing ? -1 : 1;
-    auto adjust = [step](int& depth) {
-        depth = std::max(0, depth + step);
-    };
-    if (IsTagName(name, "b")) {
-        adjust(boldDepth_);
-    } else if (IsTagName(name, "i")) {
-        adjust(italicDepth_);
-    } else if (IsTagName(name, "u")) {
-        adjust(underlineDepth_);
+    if (int* depth = nameLength == 1 ? EmphasisDepth(name.front()) : nullptr) {
+        *depth = std::max(0, *depth + (closing ? -1 : 1));
     } else if (IsTagName(name, "font")) {
         if (closing) {
             if (!colorStack_.empty()) {

@@ -2,14 +2,16 @@
 
 #include "common/ClockText.h"
 
-#include <cctype>
+#include <algorithm>
+#include <optional>
 
 namespace captionformats::srt {
 
 namespace {
 
+// ASCII digits only, whatever the locale.
 bool IsDigit(char c) {
-    return std::isdigit(static_cast<unsigned char>(c)) != 0;
+    return c >= '0' && c <= '9';
 }
 
 class TimingScanner {
@@ -90,9 +92,54 @@ std::variant<zelmediatypes::TickTime, TimingError> ParseTime(TimingScanner& scan
     return TimeFromClock(ValueOf(hours), ValueOf(minutes), ValueOf(seconds), fraction);
 }
 
+// The value of the two digits at `at` when both are digits and the value is
+// at most `maximum`; else -1.
+int TwoDigits(const char* at, int maximum) {
+    if (!IsDigit(at[0]) || !IsDigit(at[1])) {
+        return -1;
+    }
+    const int value = (at[0] - '0') * 10 + (at[1] - '0');
+    return value <= maximum ? value : -1;
+}
+
+// "HH:MM:SS,mmm" at `at`, the form nearly every file uses, read without the
+// scanner; nothing for any other form. Gives what ParseTime gives for it.
+std::optional<zelmediatypes::TickTime> UsualTime(const char* at) {
+    const int hours = TwoDigits(at, 99);
+    const int minutes = TwoDigits(at + 3, 59);
+    const int seconds = TwoDigits(at + 6, 59);
+    if (hours < 0 || minutes < 0 || seconds < 0 || at[2] != ':' || at[5] != ':' ||
+        (at[8] != ',' && at[8] != '.') || !IsDigit(at[9]) || !IsDigit(at[10]) || !IsDigit(at[11])) {
+        return std::nullopt;
+    }
+    // TimeFromClock's sum, for three fraction digits: ticks per millisecond are whole.
+    static_assert(zelmediatypes::kTicksPerSecond % 1000 == 0);
+    const int milliseconds = (at[9] - '0') * 100 + (at[10] - '0') * 10 + (at[11] - '0');
+    return zelmediatypes::TickTime::FromSeconds(hours * 3600 + minutes * 60 + seconds) +
+           zelmediatypes::TickTime(milliseconds * (zelmediatypes::kTicksPerSecond / 1000));
+}
+
+// "HH:MM:SS,mmm --> HH:MM:SS,mmm" alone or followed by a space or tab.
+std::optional<CueTiming> UsualTiming(std::string_view line) {
+    constexpr std::size_t kLength = 29;
+    if (line.size() < kLength || line.substr(12, 5) != " --> " ||
+        (line.size() > kLength && line[kLength] != ' ' && line[kLength] != '\t')) {
+        return std::nullopt;
+    }
+    const auto begin = UsualTime(line.data());
+    const auto end = UsualTime(line.data() + 17);
+    if (!begin || !end) {
+        return std::nullopt;
+    }
+    return CueTiming{*begin, *end};
+}
+
 } // namespace
 
 std::variant<CueTiming, TimingError> ParseCueTiming(std::string_view line) {
+    if (const auto usual = UsualTiming(line)) {
+        return *usual;
+    }
     TimingScanner scanner(line);
     scanner.SkipSpaces();
     const auto begin = ParseTime(scanner, "begin");
@@ -119,21 +166,12 @@ std::variant<CueTiming, TimingError> ParseCueTiming(std::string_view line) {
 }
 
 bool IsCueNumber(std::string_view line) {
-    while (!line.empty() && (line.front() == ' ' || line.front() == '\t')) {
-        line.remove_prefix(1);
-    }
-    while (!line.empty() && (line.back() == ' ' || line.back() == '\t')) {
-        line.remove_suffix(1);
-    }
-    if (line.empty()) {
-        return false;
-    }
-    for (char c : line) {
-        if (!IsDigit(c)) {
-            return false;
-        }
-    }
-    return true;
+    auto blank = [](char c) {
+        return c == ' ' || c == '\t';
+    };
+    const auto digits = std::find_if_not(line.begin(), line.end(), blank);
+    const auto rest = std::find_if_not(digits, line.end(), IsDigit);
+    return rest != digits && std::all_of(rest, line.end(), blank);
 }
 
 } // namespace captionformats::srt

@@ -1,5 +1,6 @@
 #include "webvtt/VttCueWriter.h"
 
+#include "common/ByteScan.h"
 #include "common/ClockText.h"
 #include "common/SpanTags.h"
 #include "webvtt/VttColorClasses.h"
@@ -21,14 +22,12 @@ constexpr SpanCapabilities kVttKeeps{.bold = true,
 
 void AppendEscaped(std::string& out, std::string_view text) {
     std::size_t start = 0;
-    for (std::size_t at = 0; at < text.size(); ++at) {
-        const char c = text[at];
-        const char* escape = c == '&' ? "&amp;" : c == '<' ? "&lt;" : c == '>' ? "&gt;" : nullptr;
-        if (escape != nullptr) {
-            out.append(text.substr(start, at - start));
-            out += escape;
-            start = at + 1;
-        }
+    for (std::size_t at = 0; (at = FindFirstOf<'&', '<', '>'>(text, at)) < text.size(); ++at) {
+        out.append(text.substr(start, at - start));
+        out += text[at] == '&'   ? std::string_view("&amp;")
+               : text[at] == '<' ? std::string_view("&lt;")
+                                 : std::string_view("&gt;");
+        start = at + 1;
     }
     out.append(text.substr(start));
 }
@@ -67,7 +66,7 @@ void VttCueWriter::WriteOpenCaption(zelmediatypes::TickTime begin, zelmediatypes
                                     std::size_t index) {
     StartCue(begin, end, kCaptionType_Open, index);
     if (lineCount > 0) {
-        out_ += SettingsOf(style, kPosition_Uninitialized);
+        out_ += OpenCaptionSettings(style);
     }
     out_ += '\n';
     for (std::size_t line = 0; line < lineCount; ++line) {
@@ -112,11 +111,23 @@ std::string VttCueWriter::SettingsOf(const ParagraphStyleAttributes& style,
     return settings;
 }
 
+const std::string& VttCueWriter::OpenCaptionSettings(const ParagraphStyleAttributes& style) {
+    if (!lastOpenPlacement_ || lastOpenPlacement_->style != style) {
+        OpenPlacement placement{style, {}, {}};
+        placement.settings = SettingsOfPlacement(style, kPosition_Uninitialized, placement.losses);
+        lastOpenPlacement_ = std::move(placement);
+    }
+    for (const std::string& note : lastOpenPlacement_->losses) {
+        Lose(note);
+    }
+    return lastOpenPlacement_->settings;
+}
+
 void VttCueWriter::AppendSpan(const TextSpanAttributes& attributes, std::string_view utf8) {
-    // Most spans are plain: no losses to note and no tags to write.
-    static const TextSpanAttributes plain;
-    if (attributes == plain) {
-        AppendEscaped(out_, utf8);
+    // Most spans are plain or only emphasised: no losses to note and no
+    // colour classes to write.
+    if (OnlyEmphasis(attributes)) {
+        AppendInStyleTags(out_, attributes, utf8, AppendEscaped);
         return;
     }
     losses_.NoteSpanLosses(attributes, kVttKeeps, index_, begin_);

@@ -3,7 +3,9 @@
 #include "common/CaptionTextBuilder.h"
 #include "common/CueWriterBase.h"
 
+#include <optional>
 #include <string>
+#include <vector>
 
 namespace captionformats::webvtt {
 
@@ -34,7 +36,17 @@ private:
     std::string Settings(const zelcaptioning::Caption& caption);
     std::string SettingsOf(const zelcaptioning::ParagraphStyleAttributes& style,
                            const zelcaptioning::Position& firstLinePosition);
+    // SettingsOf for unplaced lines of `style`, kept from the caption before
+    // when its style was the same: the cues of a file are mostly placed alike.
+    const std::string& OpenCaptionSettings(const zelcaptioning::ParagraphStyleAttributes& style);
     void AppendSpan(const zelcaptioning::TextSpanAttributes& attributes, std::string_view utf8);
+
+    struct OpenPlacement {
+        zelcaptioning::ParagraphStyleAttributes style;
+        std::string settings;
+        std::vector<std::string> losses; // noted again for every caption placed so
+    };
+    std::optional<OpenPlacement> lastOpenPlacement_;
 };
 
 } // namespace captionformats::webvtt

@@ -8,8 +8,7 @@ namespace captionformats::cea608 {
 
 using namespace zelcaptioning;
 
-void Cea608Decoder::WarnOnce(bool& reported, const SourceLocation& where,
-                             const std::string& message) {
+void Cea608Decoder::WarnOnce(bool& reported, const SourceLocation& where, const char* message) {
     if (!reported) {
         log_.Warn(where, message);
         reported = true;
@@ -22,9 +21,10 @@ void Cea608Decoder::Feed(std::uint8_t first, std::uint8_t second, std::int64_t f
         WarnOnce(reportedParity_, where,
                  "parity errors: the bytes are decoded without their parity bit");
     }
-    const Code code = ClassifyPair(first, second);
-    if (code.IsControl()) {
-        const std::pair pair{code.first, code.second};
+    const auto firstBits = static_cast<std::uint8_t>(first & 0x7F);
+    const auto secondBits = static_cast<std::uint8_t>(second & 0x7F);
+    if (firstBits >= 0x10 && firstBits <= 0x1F) {
+        const std::pair pair{firstBits, secondBits};
         if (lastControl_ == pair) {
             lastControl_.reset(); // the repeat of a doubled code
             return;
@@ -32,7 +32,13 @@ void Cea608Decoder::Feed(std::uint8_t first, std::uint8_t second, std::int64_t f
         lastControl_ = pair;
     } else {
         lastControl_.reset(); // a repeat must follow in the very next pair
+        if (firstBits >= 0x20 && dataChannel_ == 1 && mode_ != Mode::kText) {
+            // Basic characters, the bulk of any file, need no classifying.
+            WriteCharacters(firstBits, secondBits, where);
+            return;
+        }
     }
+    const Code code = ClassifyPair(first, second);
     Execute(code, frame, where);
 }
 
@@ -57,11 +63,7 @@ void Cea608Decoder::Execute(const Code& code, std::int64_t frame, const SourceLo
     case Code::Kind::kPadding:
         break;
     case Code::Kind::kCharacters:
-        for (std::uint8_t byte : {code.first, code.second}) {
-            if (byte >= 0x20) {
-                WriteCharacter(BasicCharacter(byte), where);
-            }
-        }
+        WriteCharacters(code.first, code.second, where);
         break;
     case Code::Kind::kCommand:
         ExecuteCommand(code.command, frame, where);
@@ -78,17 +80,17 @@ void Cea608Decoder::Execute(const Code& code, std::int64_t frame, const SourceLo
         break;
     case Code::Kind::kMidRow:
         ApplyMidRow(code.style);
-        WriteCharacter(U' ', where);
+        WriteCharacter(Target(), U' ', where);
         break;
     case Code::Kind::kBackground:
-        style_.backgroundColor = code.background;
+        style_.background = code.background;
         break;
     case Code::Kind::kSpecialCharacter:
-        WriteCharacter(code.character, where);
+        WriteCharacter(Target(), code.character, where);
         break;
     case Code::Kind::kExtendedCharacter:
         cursorColumn_ = std::max(0, cursorColumn_ - 1);
-        WriteCharacter(code.character, where);
+        WriteCharacter(Target(), code.character, where);
         break;
     case Code::Kind::kOtherChannelControl:
         break;
@@ -183,10 +185,9 @@ void Cea608Decoder::PlaceCursor(const Code& code) {
     }
     cursorRow_ = row;
     cursorColumn_ = code.column;
-    style_ =
-        CaptionMemory::CellStyle{.textColor = code.style.color.value_or(kCaptioningColor_White),
-                                 .italic = code.style.italic,
-                                 .underline = code.style.underline};
+    style_ = CaptionMemory::CellStyle{.textColor = code.style.color.value_or(0),
+                                      .italic = code.style.italic,
+                                      .underline = code.style.underline};
 }
 
 void Cea608Decoder::ApplyMidRow(const CodeStyle& style) {
@@ -199,11 +200,22 @@ void Cea608Decoder::ApplyMidRow(const CodeStyle& style) {
     style_.underline = style.underline;
 }
 
-void Cea608Decoder::WriteCharacter(char32_t character, const SourceLocation& where) {
+void Cea608Decoder::WriteCharacters(std::uint8_t first, std::uint8_t second,
+                                    const SourceLocation& where) {
+    CaptionMemory& target = Target();
+    for (const std::uint8_t byte : {first, second}) {
+        if (byte >= 0x20) {
+            WriteCharacter(target, BasicCharacter(byte), where);
+        }
+    }
+}
+
+void Cea608Decoder::WriteCharacter(CaptionMemory& target, char32_t character,
+                                   const SourceLocation& where) {
     if (cursorColumn_ >= CaptionMemory::kColumns) {
         WarnOnce(reportedOverflow_, where, "a row runs past column 32; its text is kept whole");
     }
-    Target().Write(cursorRow_, cursorColumn_, {character, style_});
+    target.Write(cursorRow_, cursorColumn_, {character, style_});
     ++cursorColumn_;
 }
 

@@ -49,14 +49,16 @@ private:
     void ExecuteCommand(Command command, std::int64_t frame, const SourceLocation& where);
     void PlaceCursor(const Code& code);
     void ApplyMidRow(const CodeStyle& style);
-    void WriteCharacter(char32_t character, const SourceLocation& where);
+    // The basic characters of a pair without parity; bytes below 0x20 are none.
+    void WriteCharacters(std::uint8_t first, std::uint8_t second, const SourceLocation& where);
+    void WriteCharacter(CaptionMemory& target, char32_t character, const SourceLocation& where);
     void StartRollUp(int depth, std::int64_t frame);
 
     void CloseCaption(std::int64_t frame);
     void OpenCaption(std::int64_t frame);
     zelcaptioning::CaptionType CurrentType() const;
     CaptionMemory& Target() { return mode_ == Mode::kPopOn ? nonDisplayed_ : displayed_; }
-    void WarnOnce(bool& reported, const SourceLocation& where, const std::string& message);
+    void WarnOnce(bool& reported, const SourceLocation& where, const char* message);
 
     DiagnosticLog& log_;
     DecodedCaptionSink& sink_;

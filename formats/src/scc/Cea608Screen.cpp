@@ -24,15 +24,12 @@ CaptionMemory::Row::iterator CaptionMemory::CellAt(Row& row, int column) {
                             [](const auto& cell, int at) { return cell.first < at; });
 }
 
-void CaptionMemory::Write(int row, int column, const Cell& cell) {
-    if (IsRow(row) && column >= 0) {
-        Row& cells = rows_[static_cast<std::size_t>(row)];
-        const auto at = CellAt(cells, column);
-        if (at != cells.end() && at->first == column) {
-            at->second = cell;
-        } else {
-            cells.insert(at, {column, cell});
-        }
+void CaptionMemory::WriteBefore(Row& row, int column, const Cell& cell) {
+    const auto at = CellAt(row, column);
+    if (at != row.end() && at->first == column) {
+        at->second = cell;
+    } else {
+        row.insert(at, {column, cell});
     }
 }
 
@@ -108,34 +105,52 @@ ParagraphStyleAttributes CaptionMemory::LineStyle() {
 
 TextSpanAttributes CaptionMemory::CellStyle::Attributes() const {
     TextSpanAttributes attributes;
-    attributes.textColor = textColor;
-    attributes.backgroundColor = backgroundColor;
+    attributes.textColor = ColorOfCode(textColor);
+    attributes.backgroundColor = BackgroundOfCode(background);
     attributes.SetItalicized(italic);
     attributes.SetUnderlined(underline);
     return attributes;
 }
 
 // Cells of one style go to the builder as one run; the spaces of a gap take
-// the style of the cell after it.
+// the style of the cell after it. A run longer than the buffer goes in parts,
+// which the builder joins again.
 void CaptionMemory::AppendRow(const Row& row, CaptionTextBuilder& text) {
-    std::string utf8;
+    // Room for a whole row of the widest characters and a gap before each.
+    constexpr std::size_t kBuffer = 256;
+    constexpr std::size_t kWidest = 4;
+    char buffer[kBuffer];
+    std::size_t used = 0;
     int nextColumn = row.front().first;
-    const CellStyle* runStyle = &row.front().second.style;
+    CellStyle runStyle = row.front().second.style;
     for (const auto& [column, cell] : row) {
-        if (!(cell.style == *runStyle)) {
-            text.Append(utf8, runStyle->Attributes());
-            utf8.clear();
-            runStyle = &cell.style;
+        if (!(cell.style == runStyle)) {
+            text.Append({buffer, used}, runStyle.Attributes());
+            used = 0;
+            runStyle = cell.style;
         }
-        utf8.append(static_cast<std::size_t>(column - nextColumn), ' ');
+        for (int gap = column - nextColumn; gap > 0; --gap) {
+            if (used == kBuffer) {
+                text.Append({buffer, used}, runStyle.Attributes());
+                used = 0;
+            }
+            buffer[used++] = ' ';
+        }
+        if (used + kWidest > kBuffer) {
+            text.Append({buffer, used}, runStyle.Attributes());
+            used = 0;
+        }
         if (cell.character < 0x80) {
-            utf8 += static_cast<char>(cell.character);
+            buffer[used++] = static_cast<char>(cell.character);
         } else {
+            std::string utf8; // short enough to stay in the string itself
             AppendUtf8(utf8, cell.character);
+            utf8.copy(buffer + used, utf8.size());
+            used += utf8.size();
         }
         nextColumn = column + 1;
     }
-    text.Append(utf8, runStyle->Attributes());
+    text.Append({buffer, used}, runStyle.Attributes());
 }
 
 std::vector<CaptionTextParagraphPtr> CaptionMemory::ToParagraphs() const {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "common/CaptionTextBuilder.h"
+#include "scc/Cea608Code.h"
 #include "zelcaptioning/CaptionTextParagraph.h"
 
 #include <array>
@@ -17,12 +18,12 @@ public:
     static constexpr int kRows = 15;
     static constexpr int kColumns = 32;
 
-    // All the style a CEA-608 cell carries. It is small and trivially
-    // copied and compared, as the decoder writes one for every character.
+    // All the style a CEA-608 cell carries, by its codes. It is four bytes,
+    // trivially copied and compared, as the decoder writes one for every
+    // character and a row is cut into runs by comparing them.
     struct CellStyle {
-        zelcaptioning::CaptioningColor textColor = zelcaptioning::kCaptioningColor_White;
-        zelcaptioning::CaptioningColor backgroundColor =
-            zelcaptioning::kCaptioningColor_Transparent;
+        std::uint8_t textColor = 0;                       // a colour code (ColorOfCode), white
+        std::uint8_t background = kTransparentBackground; // BackgroundOfCode
         bool italic = false;
         bool underline = false;
 
@@ -36,7 +37,17 @@ public:
         CellStyle style;
     };
 
-    void Write(int row, int column, const Cell& cell);
+    void Write(int row, int column, const Cell& cell) {
+        // Text is written left to right: the usual place is past the row's end.
+        if (row >= 1 && row <= kRows && column >= 0) {
+            Row& cells = rows_[static_cast<std::size_t>(row)];
+            if (cells.empty() || cells.back().first < column) {
+                cells.push_back({column, cell});
+            } else {
+                WriteBefore(cells, column, cell);
+            }
+        }
+    }
     void Erase(int row, int column);
     void EraseFrom(int row, int column);
     void EraseRow(int row);
@@ -63,6 +74,8 @@ private:
     // storage when erased, so a decoder stops allocating once warmed up.
     using Row = std::vector<std::pair<int, Cell>>;
     static Row::iterator CellAt(Row& row, int column);
+    // Writes a cell at or before the last written one.
+    static void WriteBefore(Row& row, int column, const Cell& cell);
     static void AppendRow(const Row& row, CaptionTextBuilder& text);
 
     std::array<Row, kRows + 1> rows_; // index 0 unused

@@ -3,6 +3,8 @@
 #include "common/TextInput.h"
 #include "scc/SccTimecode.h"
 
+#include <array>
+
 namespace captionformats::scc {
 
 using namespace zelcaptioning;
@@ -15,33 +17,30 @@ bool IsSpace(char c) {
     return c == ' ' || c == '\t';
 }
 
-int HexDigit(char c) {
-    if (c >= '0' && c <= '9') {
-        return c - '0';
+// Each byte's hex digit value, or -1.
+constexpr std::array<std::int8_t, 256> kHexDigits = [] {
+    std::array<std::int8_t, 256> table{};
+    table.fill(-1);
+    for (int digit = 0; digit < 10; ++digit) {
+        table[static_cast<std::size_t>('0' + digit)] = static_cast<std::int8_t>(digit);
     }
-    if (c >= 'a' && c <= 'f') {
-        return c - 'a' + 10;
+    for (int digit = 0; digit < 6; ++digit) {
+        table[static_cast<std::size_t>('a' + digit)] = static_cast<std::int8_t>(10 + digit);
+        table[static_cast<std::size_t>('A' + digit)] = static_cast<std::int8_t>(10 + digit);
     }
-    if (c >= 'A' && c <= 'F') {
-        return c - 'A' + 10;
-    }
-    return -1;
-}
+    return table;
+}();
 
-// The value of exactly four hex digits.
-std::optional<std::uint16_t> HexWord(std::string_view text) {
-    if (text.size() != 4) {
-        return std::nullopt;
-    }
+// The value of the four hex digits at `word`, or -1 when one is not a hex digit.
+int HexWord(const char* word) {
     int value = 0;
-    for (const char c : text) {
-        const int digit = HexDigit(c);
-        if (digit < 0) {
-            return std::nullopt;
-        }
-        value = value << 4 | digit;
+    int invalid = 0;
+    for (int i = 0; i < 4; ++i) {
+        const int digit = kHexDigits[static_cast<unsigned char>(word[i])];
+        invalid |= digit;
+        value = value << 4 | (digit & 0x0F);
     }
-    return static_cast<std::uint16_t>(value);
+    return invalid < 0 ? -1 : value;
 }
 
 // Feeds one "timecode<tab>words" line to the decoder, its first word at the
@@ -66,24 +65,30 @@ std::int64_t FeedLine(const TextInput::Line& line, std::int64_t previousEnd,
                  "time code falls on the previous line's last words (kept as written)");
     }
     std::int64_t frame = timecode->frame;
-    while (position < text.size()) {
-        while (position < text.size() && IsSpace(text[position])) {
-            ++position;
+    const char* const begin = text.data();
+    const char* const end = begin + text.size();
+    const char* at = begin + position;
+    SourceLocation where = SourceLocation::AtLine(line.number);
+    while (true) {
+        while (at != end && IsSpace(*at)) {
+            ++at;
         }
-        const std::size_t start = position;
-        while (position < text.size() && !IsSpace(text[position])) {
-            ++position;
-        }
-        if (start == position) {
+        if (at == end) {
             break;
         }
-        const std::string_view word = text.substr(start, position - start);
-        const SourceLocation where = SourceLocation::AtLine(line.number, start + 1);
-        if (const auto value = HexWord(word)) {
-            decoder.Feed(static_cast<std::uint8_t>(*value >> 8),
-                         static_cast<std::uint8_t>(*value & 0xFF), frame, where);
+        where.column = static_cast<std::uint64_t>(at - begin) + 1;
+        const std::ptrdiff_t left = end - at;
+        const int value = left == 4 || (left > 4 && IsSpace(at[4])) ? HexWord(at) : -1;
+        if (value >= 0) {
+            decoder.Feed(static_cast<std::uint8_t>(value >> 8),
+                         static_cast<std::uint8_t>(value & 0xFF), frame, where);
+            at += 4;
         } else {
-            log.Warn(where, "word \"" + std::string(word) + "\" skipped: not four hex digits");
+            const char* const start = at;
+            while (at != end && !IsSpace(*at)) {
+                ++at;
+            }
+            log.Warn(where, "word \"" + std::string(start, at) + "\" skipped: not four hex digits");
         }
         ++frame;
     }

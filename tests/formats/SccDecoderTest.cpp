@@ -8,6 +8,9 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <bit>
+#include <cstdio>
+
 namespace {
 
 using namespace captionformats;
@@ -29,6 +32,22 @@ std::string PopOn(const std::string& words) {
     return "9420 9420 94d0 94d0 " + words + " 942f 942f 8080 8080 942c 942c";
 }
 
+// The words that send `text` (basic characters) two at a time, with parity.
+std::string TextWords(std::string_view text) {
+    auto withParity = [](unsigned char byte) {
+        return std::popcount(byte) % 2 == 0 ? byte | 0x80U : byte;
+    };
+    std::string words;
+    for (std::size_t at = 0; at < text.size(); at += 2) {
+        char word[8];
+        std::snprintf(
+            word, sizeof word, "%02x%02x ", withParity(static_cast<unsigned char>(text[at])),
+            at + 1 < text.size() ? withParity(static_cast<unsigned char>(text[at + 1])) : 0x80U);
+        words += word;
+    }
+    return words;
+}
+
 TEST(Cea608Decoder, EditsTheLineWithBackspaceDeleteToEndAndTabOffsets) {
     // "Hello" BS BS "p!" -> "Help!"; then TO2 "x" -> two columns on; DER clears the rest.
     EXPECT_THAT(
@@ -40,6 +59,46 @@ TEST(Cea608Decoder, EditsTheLineWithBackspaceDeleteToEndAndTabOffsets) {
     EXPECT_THAT(
         test::LinesOf(*Decode(PopOn("c1c2 43c4 94d0 94d0 97a1 97a1 94a4 94a4")).captions.at(0)),
         ElementsAre("A"));
+}
+
+// Text past column 31 stays in the row and takes the same edits as the rest.
+TEST(Cea608Decoder, KeepsAndEditsTheTextOfARowThatRunsPastTheLastColumn) {
+    const std::string full = "ABCDEFGHIJKLMNOPQRSTUVWXYZ012345";
+    // "67" past the end; BS takes the "7" back; "89" follows the "6".
+    const ReadResult result =
+        Decode(PopOn(TextWords(full + "67") + "94a1 94a1 " + TextWords("89")));
+    EXPECT_THAT(test::LinesOf(*result.captions.at(0)), ElementsAre(full + "689"));
+    EXPECT_THAT(Messages(result.warnings),
+                ElementsAre("t.scc:3:113: a row runs past column 32; its text is kept whole"));
+    // An extended character replaces the one before it, past the end too.
+    EXPECT_THAT(test::LinesOf(*Decode(PopOn(TextWords(full + "a") + "9220 9220")).captions.at(0)),
+                ElementsAre(full + "Á"));
+    // DER from column 30 (PAC indent 28, TO2) cuts the row there, the text
+    // past the end included; from column 0 it empties the row.
+    EXPECT_THAT(
+        test::LinesOf(*Decode(PopOn(TextWords(full + "678") + "945e 945e 97a2 97a2 94a4 94a4"))
+                           .captions.at(0)),
+        ElementsAre(full.substr(0, 30)));
+    EXPECT_TRUE(Decode(PopOn(TextWords(full + "678") + "94d0 94d0 94a4 94a4")).captions.empty());
+}
+
+// Pop-on and paint-on share the cursor but not the memory, so the cursor can
+// come back past the last column without erasing there: a cell written into a
+// gap lands between its neighbours, and DER cuts the cells after it.
+TEST(Cea608Decoder, EditsPastTheLastColumnBehindTheCursor) {
+    const std::string full = "ABCDEFGHIJKLMNOPQRSTUVWXYZ012345";
+    // RDC, PAC; the row, "a" at 32, TO1, "b" at 34; RCL and two BS move the
+    // cursor back to 33 in the other memory; RDC again, "c" at 33; EDM.
+    const ReadResult result =
+        Decode("9429 9429 94d0 94d0 " + TextWords(full + "a") + "97a1 97a1 " + TextWords("b") +
+               "9420 9420 94a1 94a1 94a1 94a1 9429 9429 " + TextWords("c") + "942c 942c");
+    ASSERT_EQ(result.captions.size(), 1u);
+    EXPECT_THAT(test::LinesOf(*result.captions[0]), ElementsAre(full + "acb"));
+    // "678" at 32-34; RCL, two BS: the cursor at 33; RDC, DER.
+    const ReadResult cut = Decode("9429 9429 94d0 94d0 " + TextWords(full + "678") +
+                                  "9420 9420 94a1 94a1 94a1 94a1 9429 9429 94a4 94a4 942c 942c");
+    ASSERT_EQ(cut.captions.size(), 1u);
+    EXPECT_THAT(test::LinesOf(*cut.captions[0]), ElementsAre(full + "6"));
 }
 
 TEST(Cea608Decoder, IgnoresOnlyTheImmediateRepeatOfAControlCode) {

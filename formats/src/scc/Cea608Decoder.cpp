@@ -15,16 +15,16 @@ void Cea608Decoder::WarnOnce(bool& reported, const SourceLocation& where, const 
     }
 }
 
-void Cea608Decoder::Feed(std::uint8_t first, std::uint8_t second, std::int64_t frame,
-                         const SourceLocation& where) {
+void Cea608Decoder::FeedCode(std::uint8_t first, std::uint8_t second, std::int64_t frame,
+                             const SourceLocation& where) {
     if (!HasOddParity(first) || !HasOddParity(second)) {
         WarnOnce(reportedParity_, where,
                  "parity errors: the bytes are decoded without their parity bit");
     }
-    const auto firstBits = static_cast<std::uint8_t>(first & 0x7F);
-    const auto secondBits = static_cast<std::uint8_t>(second & 0x7F);
-    if (firstBits >= 0x10 && firstBits <= 0x1F) {
-        const std::pair pair{firstBits, secondBits};
+    // The repeat of a control code is known before classifying it.
+    const std::pair pair{static_cast<std::uint8_t>(first & 0x7F),
+                         static_cast<std::uint8_t>(second & 0x7F)};
+    if (pair.first >= 0x10 && pair.first <= 0x1F) {
         if (lastControl_ == pair) {
             lastControl_.reset(); // the repeat of a doubled code
             return;
@@ -32,14 +32,8 @@ void Cea608Decoder::Feed(std::uint8_t first, std::uint8_t second, std::int64_t f
         lastControl_ = pair;
     } else {
         lastControl_.reset(); // a repeat must follow in the very next pair
-        if (firstBits >= 0x20 && dataChannel_ == 1 && mode_ != Mode::kText) {
-            // Basic characters, the bulk of any file, need no classifying.
-            WriteCharacters(firstBits, secondBits, where);
-            return;
-        }
     }
-    const Code code = ClassifyPair(first, second);
-    Execute(code, frame, where);
+    Execute(ClassifyPair(first, second), frame, where);
 }
 
 void Cea608Decoder::Execute(const Code& code, std::int64_t frame, const SourceLocation& where) {
@@ -63,7 +57,7 @@ void Cea608Decoder::Execute(const Code& code, std::int64_t frame, const SourceLo
     case Code::Kind::kPadding:
         break;
     case Code::Kind::kCharacters:
-        WriteCharacters(code.first, code.second, where);
+        WriteCharacters(Target(), code.first, code.second, where);
         break;
     case Code::Kind::kCommand:
         ExecuteCommand(code.command, frame, where);
@@ -136,16 +130,16 @@ void Cea608Decoder::ExecuteCommand(Command command, std::int64_t frame,
         break;
     case Command::kEraseDisplayedMemory:
         CloseCaption(frame);
-        displayed_.Clear();
+        displayed_->Clear();
         OpenCaption(frame);
         break;
     case Command::kEraseNonDisplayedMemory:
-        nonDisplayed_.Clear();
+        nonDisplayed_->Clear();
         break;
     case Command::kCarriageReturn:
         if (mode_ == Mode::kRollUp) {
             CloseCaption(frame);
-            displayed_.RollUp(baseRow_ - rollUpDepth_ + 1, baseRow_);
+            displayed_->RollUp(baseRow_ - rollUpDepth_ + 1, baseRow_);
             OpenCaption(frame);
             cursorRow_ = baseRow_;
             cursorColumn_ = 0;
@@ -163,8 +157,8 @@ void Cea608Decoder::ExecuteCommand(Command command, std::int64_t frame,
 void Cea608Decoder::StartRollUp(int depth, std::int64_t frame) {
     if (mode_ != Mode::kRollUp) {
         CloseCaption(frame);
-        displayed_.Clear();
-        nonDisplayed_.Clear();
+        displayed_->Clear();
+        nonDisplayed_->Clear();
         OpenCaption(frame);
         baseRow_ = CaptionMemory::kRows;
         cursorRow_ = baseRow_;
@@ -179,7 +173,7 @@ void Cea608Decoder::PlaceCursor(const Code& code) {
     if (mode_ == Mode::kRollUp) {
         row = std::max(row, rollUpDepth_);
         if (row != baseRow_) {
-            displayed_.MoveWindow(baseRow_, row, rollUpDepth_);
+            displayed_->MoveWindow(baseRow_, row, rollUpDepth_);
             baseRow_ = row;
         }
     }
@@ -200,23 +194,8 @@ void Cea608Decoder::ApplyMidRow(const CodeStyle& style) {
     style_.underline = style.underline;
 }
 
-void Cea608Decoder::WriteCharacters(std::uint8_t first, std::uint8_t second,
-                                    const SourceLocation& where) {
-    CaptionMemory& target = Target();
-    for (const std::uint8_t byte : {first, second}) {
-        if (byte >= 0x20) {
-            WriteCharacter(target, BasicCharacter(byte), where);
-        }
-    }
-}
-
-void Cea608Decoder::WriteCharacter(CaptionMemory& target, char32_t character,
-                                   const SourceLocation& where) {
-    if (cursorColumn_ >= CaptionMemory::kColumns) {
-        WarnOnce(reportedOverflow_, where, "a row runs past column 32; its text is kept whole");
-    }
-    target.Write(cursorRow_, cursorColumn_, {character, style_});
-    ++cursorColumn_;
+void Cea608Decoder::ReportOverflow(const SourceLocation& where) {
+    WarnOnce(reportedOverflow_, where, "a row runs past column 32; its text is kept whole");
 }
 
 CaptionType Cea608Decoder::CurrentType() const {
@@ -233,8 +212,8 @@ CaptionType Cea608Decoder::CurrentType() const {
 }
 
 void Cea608Decoder::CloseCaption(std::int64_t frame) {
-    if (open_ && !displayed_.IsEmpty() && frame > open_->first) {
-        sink_.Caption(open_->first, frame, open_->second, displayed_);
+    if (open_ && !displayed_->IsEmpty() && frame > open_->first) {
+        sink_.Caption(open_->first, frame, open_->second, *displayed_);
     }
     open_.reset();
 }

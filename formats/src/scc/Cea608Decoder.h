@@ -1,11 +1,13 @@
 #pragma once
 
 #include "common/DiagnosticLog.h"
+#include "scc/Cea608Characters.h"
 #include "scc/Cea608Code.h"
 #include "scc/Cea608Screen.h"
 
 #include "zelcaptioning/Caption.h"
 
+#include <array>
 #include <cstdint>
 #include <optional>
 #include <vector>
@@ -34,10 +36,23 @@ public:
     Cea608Decoder(DiagnosticLog& log, DecodedCaptionSink& sink)
         : log_(log)
         , sink_(sink) {}
+    Cea608Decoder(const Cea608Decoder&) = delete;
+    Cea608Decoder& operator=(const Cea608Decoder&) = delete;
 
-    // One byte pair, with parity bits, shown at `frame`.
+    // One byte pair, with parity bits, shown at `frame`. A pair of basic
+    // characters, the bulk of any file, is written here, inline in the
+    // reader's loop; all else is classified and executed by FeedCode.
     void Feed(std::uint8_t first, std::uint8_t second, std::int64_t frame,
-              const SourceLocation& where);
+              const SourceLocation& where) {
+        const auto firstBits = static_cast<std::uint8_t>(first & 0x7F);
+        if (firstBits >= 0x20 && HasOddParity(first) && HasOddParity(second) && dataChannel_ == 1 &&
+            mode_ != Mode::kText) {
+            lastControl_.reset(); // a repeat must follow in the very next pair
+            WriteCharacters(Target(), firstBits, static_cast<std::uint8_t>(second & 0x7F), where);
+            return;
+        }
+        FeedCode(first, second, frame, where);
+    }
 
     // Ends a caption still on screen at `endFrame`.
     void Finish(std::int64_t endFrame);
@@ -45,25 +60,44 @@ public:
 private:
     enum class Mode { kPopOn, kRollUp, kPaintOn, kText };
 
+    void FeedCode(std::uint8_t first, std::uint8_t second, std::int64_t frame,
+                  const SourceLocation& where);
     void Execute(const Code& code, std::int64_t frame, const SourceLocation& where);
     void ExecuteCommand(Command command, std::int64_t frame, const SourceLocation& where);
     void PlaceCursor(const Code& code);
     void ApplyMidRow(const CodeStyle& style);
     // The basic characters of a pair without parity; bytes below 0x20 are none.
-    void WriteCharacters(std::uint8_t first, std::uint8_t second, const SourceLocation& where);
-    void WriteCharacter(CaptionMemory& target, char32_t character, const SourceLocation& where);
+    void WriteCharacters(CaptionMemory& target, std::uint8_t first, std::uint8_t second,
+                         const SourceLocation& where) {
+        if (first >= 0x20) {
+            WriteCharacter(target, BasicCharacter(first), where);
+        }
+        if (second >= 0x20) {
+            WriteCharacter(target, BasicCharacter(second), where);
+        }
+    }
+    void WriteCharacter(CaptionMemory& target, char32_t character, const SourceLocation& where) {
+        if (cursorColumn_ >= CaptionMemory::kColumns) {
+            ReportOverflow(where);
+        }
+        target.Write(cursorRow_, cursorColumn_, character, style_);
+        ++cursorColumn_;
+    }
+    void ReportOverflow(const SourceLocation& where);
     void StartRollUp(int depth, std::int64_t frame);
 
     void CloseCaption(std::int64_t frame);
     void OpenCaption(std::int64_t frame);
     zelcaptioning::CaptionType CurrentType() const;
-    CaptionMemory& Target() { return mode_ == Mode::kPopOn ? nonDisplayed_ : displayed_; }
+    CaptionMemory& Target() { return mode_ == Mode::kPopOn ? *nonDisplayed_ : *displayed_; }
     void WarnOnce(bool& reported, const SourceLocation& where, const char* message);
 
     DiagnosticLog& log_;
     DecodedCaptionSink& sink_;
-    CaptionMemory displayed_;
-    CaptionMemory nonDisplayed_;
+    // End of caption exchanges the two memories by exchanging these.
+    std::array<CaptionMemory, 2> memories_;
+    CaptionMemory* displayed_ = &memories_[0];
+    CaptionMemory* nonDisplayed_ = &memories_[1];
     Mode mode_ = Mode::kPopOn;
     int rollUpDepth_ = 2;
     int baseRow_ = CaptionMemory::kRows;

@@ -5,6 +5,8 @@
 #include "zelcaptioning/CaptionTextParagraph.h"
 
 #include <array>
+#include <bit>
+#include <cstdint>
 #include <utility>
 #include <vector>
 
@@ -27,24 +29,33 @@ public:
         bool italic = false;
         bool underline = false;
 
-        friend bool operator==(const CellStyle&, const CellStyle&) = default;
+        // Compared as one word: rows are cut into runs by comparing styles.
+        friend bool operator==(const CellStyle& a, const CellStyle& b) {
+            return std::bit_cast<std::uint32_t>(a) == std::bit_cast<std::uint32_t>(b);
+        }
         // The span attributes of this style: the defaults but for these fields.
         zelcaptioning::TextSpanAttributes Attributes() const;
     };
+
+    static_assert(sizeof(CellStyle) == sizeof(std::uint32_t));
 
     struct Cell {
         char32_t character = U' ';
         CellStyle style;
     };
 
-    void Write(int row, int column, const Cell& cell) {
-        // Text is written left to right: the usual place is past the row's end.
+    // The character and its style come apart so that writing them stores
+    // each once, the way the decoder holds them.
+    void Write(int row, int column, char32_t character, CellStyle style) {
         if (row >= 1 && row <= kRows && column >= 0) {
             Row& cells = rows_[static_cast<std::size_t>(row)];
-            if (cells.empty() || cells.back().first < column) {
-                cells.push_back({column, cell});
+            if (column < kColumns) {
+                Cell& cell = cells.cells[static_cast<std::size_t>(column)];
+                cell.character = character;
+                cell.style = style;
+                cells.written |= 1U << column;
             } else {
-                WriteBefore(cells, column, cell);
+                WriteBeyond(cells, column, {character, style});
             }
         }
     }
@@ -70,12 +81,25 @@ public:
     static zelcaptioning::ParagraphStyleAttributes LineStyle();
 
 private:
-    // A row's written cells by column, in column order. Rows keep their
-    // storage when erased, so a decoder stops allocating once warmed up.
-    using Row = std::vector<std::pair<int, Cell>>;
-    static Row::iterator CellAt(Row& row, int column);
-    // Writes a cell at or before the last written one.
-    static void WriteBefore(Row& row, int column, const Cell& cell);
+    // A row's cells: those of the 32 columns in place, marked in `written`,
+    // and those past the last column (rare) by column, in column order. Rows
+    // keep their storage when erased, so a decoder stops allocating once
+    // warmed up.
+    struct Row {
+        std::uint32_t written = 0; // bit c: column c holds a cell
+        std::array<Cell, kColumns> cells;
+        std::vector<std::pair<int, Cell>> beyond;
+
+        bool IsEmpty() const { return written == 0 && beyond.empty(); }
+        int FirstColumn() const;
+        void Clear() {
+            written = 0;
+            beyond.clear();
+        }
+    };
+    using Beyond = std::vector<std::pair<int, Cell>>;
+    static Beyond::iterator CellBeyond(Beyond& cells, int column);
+    static void WriteBeyond(Row& row, int column, const Cell& cell);
     static void AppendRow(const Row& row, CaptionTextBuilder& text);
 
     std::array<Row, kRows + 1> rows_; // index 0 unused

@@ -33,14 +33,14 @@ constexpr std::array<std::int8_t, 256> kHexDigits = [] {
 
 // The value of the four hex digits at `word`, or -1 when one is not a hex digit.
 int HexWord(const char* word) {
-    int value = 0;
-    int invalid = 0;
-    for (int i = 0; i < 4; ++i) {
-        const int digit = kHexDigits[static_cast<unsigned char>(word[i])];
-        invalid |= digit;
-        value = value << 4 | (digit & 0x0F);
-    }
-    return invalid < 0 ? -1 : value;
+    auto digit = [word](int i) {
+        return kHexDigits[static_cast<unsigned char>(word[i])];
+    };
+    const int a = digit(0);
+    const int b = digit(1);
+    const int c = digit(2);
+    const int d = digit(3);
+    return (a | b | c | d) < 0 ? -1 : a << 12 | b << 8 | c << 4 | d;
 }
 
 // Feeds one "timecode<tab>words" line to the decoder, its first word at the

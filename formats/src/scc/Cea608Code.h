@@ -2,6 +2,8 @@
 
 #include "zelcaptioning/CaptioningColor.h"
 
+#include <array>
+#include <bit>
 #include <cstdint>
 #include <optional>
 
@@ -68,10 +70,17 @@ struct Code {
     bool IsControl() const { return first >= 0x10 && first <= 0x1F; }
 };
 
-// Whether the byte has an odd number of bits set, from the parity of its two
-// nibbles folded together (bit n of 0x6996 is the parity of n).
+// Whether each byte has an odd number of bits set, as CEA-608 sends them.
+inline constexpr std::array<bool, 256> kOddParity = [] {
+    std::array<bool, 256> table{};
+    for (std::size_t byte = 0; byte < table.size(); ++byte) {
+        table[byte] = std::popcount(byte) % 2 == 1;
+    }
+    return table;
+}();
+
 inline bool HasOddParity(std::uint8_t byte) {
-    return ((0x6996U >> ((byte ^ (byte >> 4)) & 0x0FU)) & 1U) != 0;
+    return kOddParity[byte];
 }
 Code ClassifyPair(std::uint8_t firstWithParity, std::uint8_t secondWithParity);
 

@@ -194,8 +194,22 @@ void Cea608Decoder::ApplyMidRow(const CodeStyle& style) {
     style_.underline = style.underline;
 }
 
-void Cea608Decoder::ReportOverflow(const SourceLocation& where) {
-    WarnOnce(reportedOverflow_, where, "a row runs past column 32; its text is kept whole");
+void Cea608Decoder::WriteCharacters(CaptionMemory& target, std::uint8_t first, std::uint8_t second,
+                                    const SourceLocation& where) {
+    for (const std::uint8_t byte : {first, second}) {
+        if (byte >= 0x20) {
+            WriteCharacter(target, BasicCharacter(byte), where);
+        }
+    }
+}
+
+void Cea608Decoder::WriteCharacter(CaptionMemory& target, char32_t character,
+                                   const SourceLocation& where) {
+    if (cursorColumn_ >= CaptionMemory::kColumns) {
+        WarnOnce(reportedOverflow_, where, "a row runs past column 32; its text is kept whole");
+    }
+    target.Write(cursorRow_, cursorColumn_, character, style_);
+    ++cursorColumn_;
 }
 
 CaptionType Cea608Decoder::CurrentType() const {

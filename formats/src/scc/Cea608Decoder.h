@@ -39,17 +39,31 @@ public:
     Cea608Decoder(const Cea608Decoder&) = delete;
     Cea608Decoder& operator=(const Cea608Decoder&) = delete;
 
-    // One byte pair, with parity bits, shown at `frame`. A pair of basic
-    // characters, the bulk of any file, is written here, inline in the
-    // reader's loop; all else is classified and executed by FeedCode.
+    // One byte pair, with parity bits, shown at `frame`. The bulk of any
+    // file, pairs of basic characters and the repeats of doubled control
+    // codes, is handled here, inline in the reader's loop; all else is
+    // classified and executed by FeedCode.
     void Feed(std::uint8_t first, std::uint8_t second, std::int64_t frame,
               const SourceLocation& where) {
-        const auto firstBits = static_cast<std::uint8_t>(first & 0x7F);
-        if (firstBits >= 0x20 && HasOddParity(first) && HasOddParity(second) && dataChannel_ == 1 &&
-            mode_ != Mode::kText) {
-            lastControl_.reset(); // a repeat must follow in the very next pair
-            WriteCharacters(Target(), firstBits, static_cast<std::uint8_t>(second & 0x7F), where);
-            return;
+        if (HasOddParity(first) && HasOddParity(second)) {
+            const auto firstBits = static_cast<std::uint8_t>(first & 0x7F);
+            const auto secondBits = static_cast<std::uint8_t>(second & 0x7F);
+            if (firstBits >= 0x20 && dataChannel_ == 1 && mode_ != Mode::kText) {
+                lastControl_.reset(); // a repeat must follow in the very next pair
+                CaptionMemory& target = Target();
+                if (secondBits >= 0x20 && cursorColumn_ + 1 < CaptionMemory::kColumns) {
+                    target.WritePair(cursorRow_, cursorColumn_, BasicCharacter(firstBits),
+                                     BasicCharacter(secondBits), style_);
+                    cursorColumn_ += 2;
+                } else {
+                    WriteCharacters(target, firstBits, secondBits, where);
+                }
+                return;
+            }
+            if (lastControl_ == std::pair{firstBits, secondBits}) {
+                lastControl_.reset(); // the repeat of a doubled code
+                return;
+            }
         }
         FeedCode(first, second, frame, where);
     }
@@ -68,22 +82,8 @@ private:
     void ApplyMidRow(const CodeStyle& style);
     // The basic characters of a pair without parity; bytes below 0x20 are none.
     void WriteCharacters(CaptionMemory& target, std::uint8_t first, std::uint8_t second,
-                         const SourceLocation& where) {
-        if (first >= 0x20) {
-            WriteCharacter(target, BasicCharacter(first), where);
-        }
-        if (second >= 0x20) {
-            WriteCharacter(target, BasicCharacter(second), where);
-        }
-    }
-    void WriteCharacter(CaptionMemory& target, char32_t character, const SourceLocation& where) {
-        if (cursorColumn_ >= CaptionMemory::kColumns) {
-            ReportOverflow(where);
-        }
-        target.Write(cursorRow_, cursorColumn_, character, style_);
-        ++cursorColumn_;
-    }
-    void ReportOverflow(const SourceLocation& where);
+                         const SourceLocation& where);
+    void WriteCharacter(CaptionMemory& target, char32_t character, const SourceLocation& where);
     void StartRollUp(int depth, std::int64_t frame);
 
     void CloseCaption(std::int64_t frame);

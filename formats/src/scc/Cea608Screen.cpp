@@ -70,13 +70,28 @@ void CaptionMemory::EraseRow(int row) {
 }
 
 void CaptionMemory::Clear() {
-    for (auto& row : rows_) {
-        row.Clear();
+    for (std::uint32_t rows = touched_; rows != 0; rows &= rows - 1) {
+        rows_[static_cast<std::size_t>(std::countr_zero(rows))].Clear();
     }
+    touched_ = 0;
 }
 
 bool CaptionMemory::IsEmpty() const {
-    return std::all_of(rows_.begin(), rows_.end(), [](const Row& row) { return row.IsEmpty(); });
+    for (std::uint32_t rows = touched_; rows != 0; rows &= rows - 1) {
+        if (!rows_[static_cast<std::size_t>(std::countr_zero(rows))].IsEmpty()) {
+            return false;
+        }
+    }
+    return true;
+}
+
+void CaptionMemory::MarkRowsHoldingCells() {
+    touched_ = 0;
+    for (int row = 1; row <= kRows; ++row) {
+        if (!rows_[static_cast<std::size_t>(row)].IsEmpty()) {
+            touched_ |= 1U << row;
+        }
+    }
 }
 
 void CaptionMemory::RollUp(int firstRow, int lastRow) {
@@ -90,6 +105,7 @@ void CaptionMemory::RollUp(int firstRow, int lastRow) {
             rows_[static_cast<std::size_t>(row + 1)].Clear();
         }
     }
+    MarkRowsHoldingCells();
 }
 
 void CaptionMemory::MoveWindow(int oldBase, int newBase, int depth) {
@@ -102,6 +118,7 @@ void CaptionMemory::MoveWindow(int oldBase, int newBase, int depth) {
         }
     }
     rows_.swap(moved);
+    MarkRowsHoldingCells();
 }
 
 ParagraphStyleAttributes CaptionMemory::LineStyle() {
@@ -133,15 +150,33 @@ public:
         , nextColumn_(firstColumn)
         , style_(firstStyle) {}
 
-    void Add(int column, const CaptionMemory::Cell& cell) {
-        // The usual cell: ASCII, next to the one before it, in its style.
-        if (column == nextColumn_ && cell.style == style_ && cell.character < 0x80 &&
-            used_ < kBuffer) {
-            buffer_[used_++] = static_cast<char>(cell.character);
-            nextColumn_ = column + 1;
-        } else {
+    // The cells of the columns marked in `written`. The usual cell, ASCII
+    // next to the one before it in its style, is added right here, with the
+    // state in locals (stores to the buffer could otherwise alias members).
+    void AddPlaced(const std::array<CaptionMemory::Cell, CaptionMemory::kColumns>& cells,
+                   std::uint32_t written) {
+        // The columns in place never fill the buffer.
+        static_assert(kBuffer >= CaptionMemory::kColumns * kWidest);
+        std::size_t used = used_;
+        int next = nextColumn_;
+        CaptionMemory::CellStyle style = style_;
+        for (; written != 0; written &= written - 1) {
+            const int column = std::countr_zero(written);
+            const CaptionMemory::Cell& cell = cells[static_cast<std::size_t>(column)];
+            if (column == next && cell.style == style && cell.character < 0x80) {
+                buffer_[used++] = static_cast<char>(cell.character);
+                ++next;
+                continue;
+            }
+            used_ = used;
+            nextColumn_ = next;
             AddAny(column, cell);
+            used = used_;
+            next = nextColumn_;
+            style = style_;
         }
+        used_ = used;
+        nextColumn_ = next;
     }
 
     // Any cell in its place in the row.
@@ -193,10 +228,7 @@ void CaptionMemory::AppendRow(const Row& row, CaptionTextBuilder& text) {
     RowText gathered(text, first,
                      first < kColumns ? row.cells[static_cast<std::size_t>(first)].style
                                       : row.beyond.front().second.style);
-    for (std::uint32_t written = row.written; written != 0; written &= written - 1) {
-        const int column = std::countr_zero(written);
-        gathered.Add(column, row.cells[static_cast<std::size_t>(column)]);
-    }
+    gathered.AddPlaced(row.cells, row.written);
     for (const auto& [column, cell] : row.beyond) {
         gathered.AddAny(column, cell);
     }
@@ -223,8 +255,8 @@ std::vector<CaptionTextParagraphPtr> CaptionMemory::ToParagraphs() const {
 
 std::size_t CaptionMemory::AppendLines(CaptionTextBuilder& text) const {
     std::size_t lines = 0;
-    for (int row = 1; row <= kRows; ++row) {
-        const Row& cells = rows_[static_cast<std::size_t>(row)];
+    for (std::uint32_t rows = touched_; rows != 0; rows &= rows - 1) {
+        const Row& cells = rows_[static_cast<std::size_t>(std::countr_zero(rows))];
         if (!cells.IsEmpty()) {
             if (lines++ > 0) {
                 text.BreakLine();

@@ -24,19 +24,18 @@ public:
     // trivially copied and compared, as the decoder writes one for every
     // character and a row is cut into runs by comparing them.
     struct CellStyle {
-        std::uint8_t textColor = 0;                       // a colour code (ColorOfCode), white
+        std::uint8_t textColor = 0;                       // ColorOfCode; white
         std::uint8_t background = kTransparentBackground; // BackgroundOfCode
         bool italic = false;
         bool underline = false;
 
-        // Compared as one word: rows are cut into runs by comparing styles.
+        // Compared as one word.
         friend bool operator==(const CellStyle& a, const CellStyle& b) {
             return std::bit_cast<std::uint32_t>(a) == std::bit_cast<std::uint32_t>(b);
         }
         // The span attributes of this style: the defaults but for these fields.
         zelcaptioning::TextSpanAttributes Attributes() const;
     };
-
     static_assert(sizeof(CellStyle) == sizeof(std::uint32_t));
 
     struct Cell {
@@ -50,13 +49,26 @@ public:
         if (row >= 1 && row <= kRows && column >= 0) {
             Row& cells = rows_[static_cast<std::size_t>(row)];
             if (column < kColumns) {
-                Cell& cell = cells.cells[static_cast<std::size_t>(column)];
-                cell.character = character;
-                cell.style = style;
+                cells.cells[static_cast<std::size_t>(column)] = {character, style};
                 cells.written |= 1U << column;
+                touched_ |= 1U << row;
             } else {
                 WriteBeyond(cells, column, {character, style});
+                touched_ |= 1U << row;
             }
+        }
+    }
+    // Two characters side by side, as a pair of basic characters comes.
+    void WritePair(int row, int column, char32_t first, char32_t second, CellStyle style) {
+        if (row >= 1 && row <= kRows && column >= 0 && column + 1 < kColumns) {
+            Row& cells = rows_[static_cast<std::size_t>(row)];
+            cells.cells[static_cast<std::size_t>(column)] = {first, style};
+            cells.cells[static_cast<std::size_t>(column) + 1] = {second, style};
+            cells.written |= 3U << column;
+            touched_ |= 1U << row;
+        } else {
+            Write(row, column, first, style);
+            Write(row, column + 1, second, style);
         }
     }
     void Erase(int row, int column);
@@ -102,7 +114,13 @@ private:
     static void WriteBeyond(Row& row, int column, const Cell& cell);
     static void AppendRow(const Row& row, CaptionTextBuilder& text);
 
+    // Marks exactly the rows that hold cells, as after a roll-up.
+    void MarkRowsHoldingCells();
+
     std::array<Row, kRows + 1> rows_; // index 0 unused
+    // Bit r is set for every row r that holds cells (and maybe for rows
+    // erased since), so that clearing and testing touch only those.
+    std::uint32_t touched_ = 0;
 };
 
 } // namespace captionformats::cea608

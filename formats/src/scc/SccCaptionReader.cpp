@@ -69,12 +69,10 @@ std::int64_t FeedLine(const TextInput::Line& line, std::int64_t previousEnd,
     const char* const end = begin + text.size();
     const char* at = begin + position;
     SourceLocation where = SourceLocation::AtLine(line.number);
-    while (true) {
-        while (at != end && IsSpace(*at)) {
+    while (at != end) {
+        if (IsSpace(*at)) {
             ++at;
-        }
-        if (at == end) {
-            break;
+            continue;
         }
         where.column = static_cast<std::uint64_t>(at - begin) + 1;
         const std::ptrdiff_t left = end - at;
@@ -82,7 +80,7 @@ std::int64_t FeedLine(const TextInput::Line& line, std::int64_t previousEnd,
         if (value >= 0) {
             decoder.Feed(static_cast<std::uint8_t>(value >> 8),
                          static_cast<std::uint8_t>(value & 0xFF), frame, where);
-            at += 4;
+            at += left == 4 ? 4 : 5; // the word and the space after it
         } else {
             const char* const start = at;
             while (at != end && !IsSpace(*at)) {

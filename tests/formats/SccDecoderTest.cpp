@@ -209,6 +209,31 @@ TEST(Cea608Decoder, ReportsBadWordsAndTimeCodesWithTheirPlace) {
                 ElementsAre(HasSubstr("t.scc:1:1: not an SCC file")));
 }
 
+// Bytes that are not UTF-8 and NUL are read as U+FFFD wherever they fall, and
+// columns count the text so read; a byte order mark is dropped at the start of
+// the file only; lines end at CR LF, a lone CR or a lone LF.
+TEST(Cea608Decoder, LocatesWordsInTextThatIsNotAscii) {
+    const ReadResult result =
+        SccReader().Read(std::string("\xEF\xBB\xBFScenarist_SCC V1.0\r\n\r\n00:00:01:00\t9420 \xFF"
+                                     "420 c1c1 \xC3\xA9zz 942f 942f\r00:00:0\0:00\t9420\n\n"
+                                     "00:00:03:00\t942c \xEF\xBB\xBF"
+                                     "1 \xC3 942c\r\n",
+                                     115),
+                         {"t.scc"});
+    ASSERT_TRUE(result.Succeeded());
+    EXPECT_THAT(
+        Messages(result.warnings),
+        ElementsAre("t.scc:3:18: word \"\uFFFD420\" skipped: not four hex digits",
+                    "t.scc:3:30: word \"\u00E9zz\" skipped: not four hex digits",
+                    "t.scc:4:1: line skipped: \"00:00:0\uFFFD:00\" is no time code (HH:MM:SS:FF "
+                    "or HH:MM:SS;FF)",
+                    "t.scc:6:18: word \"\uFEFF1\" skipped: not four hex digits",
+                    "t.scc:6:23: word \"\uFFFD\" skipped: not four hex digits"));
+    ASSERT_EQ(result.captions.size(), 1u);
+    EXPECT_THAT(test::LinesOf(*result.captions[0]), ElementsAre("AA"));
+    EXPECT_EQ(result.captions[0]->GetEndTime(), kFrame * 90);
+}
+
 TEST(SccWriter, WritesAPaintOnCaptionFromItsBeginFrame) {
     const ReadResult painted = Decode("9429 9429 94d0 94d0 c8e9 942c 942c");
     ASSERT_EQ(painted.captions.size(), 1u);

@@ -234,6 +234,23 @@ TEST(Cea608Decoder, LocatesWordsInTextThatIsNotAscii) {
     EXPECT_EQ(result.captions[0]->GetEndTime(), kFrame * 90);
 }
 
+// A time code is four two-digit fields; drop-frame labels skip frames 0 and
+// 1 of each minute but every tenth (00:10:00;02 is frame 17,984).
+TEST(Cea608Decoder, ReadsTimeCodesOfTwoDigitFieldsOnly) {
+    const ReadResult result = SccReader().Read(
+        "Scenarist_SCC V1.0\n\n0a:00:01:00\t9420\n00:00:01:3x\t9420\n00:00:01:30\t9420\n"
+        "00:10:00;02\t9420 9420 c1c1 942f 942f\n00:10:01;00\t942c 942c\n",
+        {"t.scc"});
+    const std::string noTimeCode = "\" is no time code (HH:MM:SS:FF or HH:MM:SS;FF)";
+    EXPECT_THAT(Messages(result.warnings),
+                ElementsAre("t.scc:3:1: line skipped: \"0a:00:01:00" + noTimeCode,
+                            "t.scc:4:1: line skipped: \"00:00:01:3x" + noTimeCode,
+                            "t.scc:5:1: line skipped: \"00:00:01:30" + noTimeCode));
+    ASSERT_EQ(result.captions.size(), 1u);
+    EXPECT_EQ(result.captions[0]->GetBeginTime(), kFrame * 17987);
+    EXPECT_EQ(result.captions[0]->GetEndTime(), kFrame * 18012);
+}
+
 TEST(SccWriter, WritesAPaintOnCaptionFromItsBeginFrame) {
     const ReadResult painted = Decode("9429 9429 94d0 94d0 c8e9 942c 942c");
     ASSERT_EQ(painted.captions.size(), 1u);

@@ -7,8 +7,6 @@
 
 #include <array>
 #include <charconv>
-#include <cstdint>
-#include <cstring>
 
 namespace captionformats::srt {
 
@@ -28,31 +26,11 @@ constexpr std::array<bool, 256> kMarkupBytes = [] {
     return table;
 }();
 
-// Whether any of the eight bytes of `word` is a markup byte (one of the
-// table's), tested all at once: a byte equal to c leaves a zero byte in
-// word ^ c...c, which the borrow of the subtraction shows.
-bool HasMarkupByte(std::uint64_t word) {
-    constexpr std::uint64_t kOnes = 0x0101010101010101;
-    constexpr std::uint64_t kHighBits = 0x8080808080808080;
-    auto holds = [word](unsigned char c) {
-        const std::uint64_t zeroWhereEqual = word ^ (kOnes * c);
-        return ((zeroWhereEqual - kOnes) & ~zeroWhereEqual & kHighBits) != 0;
-    };
-    return holds('&') || holds('<') || holds('>') || holds('{');
-}
-
 // Escapes what the reader would take for markup: '&', '<', '>' and the '{' of
 // an override block. Text without them, the usual case, is appended whole.
 void AppendEscaped(std::string& out, std::string_view text) {
     std::size_t start = 0;
-    std::size_t clean = 0; // no markup before this
-    for (std::uint64_t word = 0; clean + sizeof word <= text.size(); clean += sizeof word) {
-        std::memcpy(&word, text.data() + clean, sizeof word);
-        if (HasMarkupByte(word)) {
-            break;
-        }
-    }
-    for (std::size_t at = clean; at < text.size(); ++at) {
+    for (std::size_t at = 0; at < text.size(); ++at) {
         const char c = text[at];
         if (!kMarkupBytes[static_cast<unsigned char>(c)]) {
             continue;

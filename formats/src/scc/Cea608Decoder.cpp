@@ -22,16 +22,15 @@ void Cea608Decoder::FeedCode(std::uint8_t first, std::uint8_t second, std::int64
                  "parity errors: the bytes are decoded without their parity bit");
     }
     // The repeat of a control code is known before classifying it.
-    const std::pair pair{static_cast<std::uint8_t>(first & 0x7F),
-                         static_cast<std::uint8_t>(second & 0x7F)};
-    if (pair.first >= 0x10 && pair.first <= 0x1F) {
+    const std::uint16_t pair = PairBits(first, second);
+    if (pair >= 0x1000 && pair < 0x2000) {
         if (lastControl_ == pair) {
-            lastControl_.reset(); // the repeat of a doubled code
+            lastControl_ = kNoControl; // the repeat of a doubled code
             return;
         }
         lastControl_ = pair;
     } else {
-        lastControl_.reset(); // a repeat must follow in the very next pair
+        lastControl_ = kNoControl; // a repeat must follow in the very next pair
     }
     Execute(ClassifyPair(first, second), frame, where);
 }

@@ -49,7 +49,7 @@ public:
             const auto firstBits = static_cast<std::uint8_t>(first & 0x7F);
             const auto secondBits = static_cast<std::uint8_t>(second & 0x7F);
             if (firstBits >= 0x20 && dataChannel_ == 1 && mode_ != Mode::kText) {
-                lastControl_.reset(); // a repeat must follow in the very next pair
+                lastControl_ = kNoControl; // a repeat must follow in the very next pair
                 CaptionMemory& target = Target();
                 if (secondBits >= 0x20 && cursorColumn_ + 1 < CaptionMemory::kColumns) {
                     target.WritePair(cursorRow_, cursorColumn_, BasicCharacter(firstBits),
@@ -60,8 +60,8 @@ public:
                 }
                 return;
             }
-            if (lastControl_ == std::pair{firstBits, secondBits}) {
-                lastControl_.reset(); // the repeat of a doubled code
+            if (lastControl_ == PairBits(first, second)) {
+                lastControl_ = kNoControl; // the repeat of a doubled code
                 return;
             }
         }
@@ -105,7 +105,14 @@ private:
     int cursorColumn_ = 0;
     CaptionMemory::CellStyle style_;
     int dataChannel_ = 1; // 0: field 2
-    std::optional<std::pair<std::uint8_t, std::uint8_t>> lastControl_;
+    // A pair without its parity bits as one number, first byte high.
+    static std::uint16_t PairBits(std::uint8_t first, std::uint8_t second) {
+        return static_cast<std::uint16_t>((first & 0x7F) << 8 | (second & 0x7F));
+    }
+    // The last pair when it was a control code (its first byte 0x10-0x1F),
+    // else kNoControl, which no control code is.
+    static constexpr std::uint16_t kNoControl = 0;
+    std::uint16_t lastControl_ = kNoControl;
     std::optional<std::pair<std::int64_t, zelcaptioning::CaptionType>> open_;
     bool reportedChannel2_ = false;
     bool reportedField2_ = false;

@@ -119,28 +119,33 @@ std::int64_t FeedWords(std::string_view text, std::uint64_t lineNumber, std::uin
     const char* at = begin;
     SourceLocation where = SourceLocation::AtLine(lineNumber);
     while (at != end) {
+        // The usual word, four hex digits and a space or the line's end, is
+        // tried first; hex digits are never spaces.
+        const std::ptrdiff_t left = end - at;
+        const int value = left >= 4 ? HexWord(at) : -1;
+        if (value >= 0 && (left == 4 || IsSpace(at[4]))) {
+            where.column = column + static_cast<std::uint64_t>(at - begin) + 1;
+            decoder.Feed(static_cast<std::uint8_t>(value >> 8),
+                         static_cast<std::uint8_t>(value & 0xFF), frame, where);
+            at += left == 4 ? 4 : 5; // the word and the space after it
+            ++frame;
+            continue;
+        }
         if (IsSpace(*at)) {
             ++at;
             continue;
         }
         where.column = column + static_cast<std::uint64_t>(at - begin) + 1;
-        const std::ptrdiff_t left = end - at;
-        const int value = left == 4 || (left > 4 && IsSpace(at[4])) ? HexWord(at) : -1;
-        if (value >= 0) {
-            decoder.Feed(static_cast<std::uint8_t>(value >> 8),
-                         static_cast<std::uint8_t>(value & 0xFF), frame, where);
-            at += left == 4 ? 4 : 5; // the word and the space after it
-        } else if (const std::string_view rest(at, static_cast<std::size_t>(end - at));
-                   !decoded && NeedsDecoding(rest)) {
+        if (const std::string_view rest(at, static_cast<std::size_t>(left));
+            !decoded && NeedsDecoding(rest)) {
             return FeedWords(Decoded(rest), lineNumber, where.column - 1, frame, true, decoder,
                              log);
-        } else {
-            const char* const start = at;
-            while (at != end && !IsSpace(*at)) {
-                ++at;
-            }
-            log.Warn(where, "word \"" + std::string(start, at) + "\" skipped: not four hex digits");
         }
+        const char* const start = at;
+        while (at != end && !IsSpace(*at)) {
+            ++at;
+        }
+        log.Warn(where, "word \"" + std::string(start, at) + "\" skipped: not four hex digits");
         ++frame;
     }
     return frame;

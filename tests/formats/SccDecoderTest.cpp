@@ -234,6 +234,21 @@ TEST(Cea608Decoder, LocatesWordsInTextThatIsNotAscii) {
     EXPECT_EQ(result.captions[0]->GetEndTime(), kFrame * 90);
 }
 
+// Words may be apart by any run of spaces and tabs, and the time code by a
+// space; a word of five hex digits is no word, but takes its frame.
+TEST(Cea608Decoder, ReadsWordsAcrossAnySpacing) {
+    const ReadResult result =
+        SccReader().Read("Scenarist_SCC V1.0\n\n00:00:01:00\t9420  9420\t\t94d0 94200 c1c1 942f "
+                         "942f \n00:00:02:00 942c\n",
+                         {"t.scc"});
+    EXPECT_THAT(Messages(result.warnings),
+                ElementsAre("t.scc:3:30: word \"94200\" skipped: not four hex digits"));
+    ASSERT_EQ(result.captions.size(), 1u);
+    EXPECT_THAT(test::LinesOf(*result.captions[0]), ElementsAre("AA"));
+    EXPECT_EQ(result.captions[0]->GetBeginTime(), kFrame * 35);
+    EXPECT_EQ(result.captions[0]->GetEndTime(), kFrame * 60);
+}
+
 // A time code is four two-digit fields; drop-frame labels skip frames 0 and
 // 1 of each minute but every tenth (00:10:00;02 is frame 17,984).
 TEST(Cea608Decoder, ReadsTimeCodesOfTwoDigitFieldsOnly) {

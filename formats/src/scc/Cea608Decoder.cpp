@@ -32,7 +32,17 @@ void Cea608Decoder::FeedCode(std::uint8_t first, std::uint8_t second, std::int64
     } else {
         lastControl_ = kNoControl; // a repeat must follow in the very next pair
     }
-    Execute(ClassifyPair(first, second), frame, where);
+    Execute(Classified(pair), frame, where);
+}
+
+const Code& Cea608Decoder::Classified(std::uint16_t pair) {
+    KnownCode& known = knownCodes_[(pair ^ pair >> 5) % knownCodes_.size()];
+    if (known.pair != pair) {
+        known.pair = pair;
+        known.code = ClassifyPair(static_cast<std::uint8_t>(pair >> 8),
+                                  static_cast<std::uint8_t>(pair & 0xFF));
+    }
+    return known.code;
 }
 
 void Cea608Decoder::Execute(const Code& code, std::int64_t frame, const SourceLocation& where) {

@@ -76,6 +76,9 @@ private:
 
     void FeedCode(std::uint8_t first, std::uint8_t second, std::int64_t frame,
                   const SourceLocation& where);
+    // ClassifyPair's answer for a pair without parity bits. A file uses few
+    // control codes, each many times: the answers are kept by pair.
+    const Code& Classified(std::uint16_t pair);
     void Execute(const Code& code, std::int64_t frame, const SourceLocation& where);
     void ExecuteCommand(Command command, std::int64_t frame, const SourceLocation& where);
     void PlaceCursor(const Code& code);
@@ -113,6 +116,11 @@ private:
     // else kNoControl, which no control code is.
     static constexpr std::uint16_t kNoControl = 0;
     std::uint16_t lastControl_ = kNoControl;
+    struct KnownCode {
+        std::uint16_t pair = 0xFFFF; // none: pairs without parity bits are below 0x8000
+        Code code;
+    };
+    std::array<KnownCode, 64> knownCodes_;
     std::optional<std::pair<std::int64_t, zelcaptioning::CaptionType>> open_;
     bool reportedChannel2_ = false;
     bool reportedField2_ = false;

@@ -9,6 +9,9 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <bit>
+#include <cstdio>
+
 namespace {
 
 using namespace captionformats;
@@ -28,6 +31,22 @@ std::string PopOn(const std::string& words) {
     return "9420 9420 94d0 94d0 " + words + " 942f 942f 8080 8080 942c 942c";
 }
 
+// The words that send `text` (basic characters) two at a time, with parity.
+std::string TextWords(std::string_view text) {
+    auto withParity = [](unsigned char byte) {
+        return std::popcount(byte) % 2 == 0 ? byte | 0x80U : byte;
+    };
+    std::string words;
+    for (std::size_t at = 0; at < text.size(); at += 2) {
+        char word[8];
+        std::snprintf(
+            word, sizeof word, "%02x%02x ", withParity(static_cast<unsigned char>(text[at])),
+            at + 1 < text.size() ? withParity(static_cast<unsigned char>(text[at + 1])) : 0x80U);
+        words += word;
+    }
+    return words;
+}
+
 TEST(Cea608Decoder, EditsTheLineWithBackspaceDeleteToEndAndTabOffsets) {
     // "Hello" BS BS "p!" -> "Help!"; then TO2 "x" -> two columns on; DER clears the rest.
     EXPECT_THAT(
@@ -39,6 +58,46 @@ TEST(Cea608Decoder, EditsTheLineWithBackspaceDeleteToEndAndTabOffsets) {
     EXPECT_THAT(
         test::LinesOf(*Decode(PopOn("c1c2 43c4 94d0 94d0 97a1 97a1 94a4 94a4")).captions.at(0)),
         ElementsAre("A"));
+}
+
+// Text past column 31 stays in the row and takes the same edits as the rest.
+TEST(Cea608Decoder, KeepsAndEditsTheTextOfARowThatRunsPastTheLastColumn) {
+    const std::string full = "ABCDEFGHIJKLMNOPQRSTUVWXYZ012345";
+    // "67" past the end; BS takes the "7" back; "89" follows the "6".
+    const ReadResult result =
+        Decode(PopOn(TextWords(full + "67") + "94a1 94a1 " + TextWords("89")));
+    EXPECT_THAT(test::LinesOf(*result.captions.at(0)), ElementsAre(full + "689"));
+    EXPECT_THAT(Messages(result.warnings),
+                ElementsAre("t.scc:3:113: a row runs past column 32; its text is kept whole"));
+    // An extended character replaces the one before it, past the end too.
+    EXPECT_THAT(test::LinesOf(*Decode(PopOn(TextWords(full + "a") + "9220 9220")).captions.at(0)),
+                ElementsAre(full + "Á"));
+    // DER from column 30 (PAC indent 28, TO2) cuts the row there, the text
+    // past the end included; from column 0 it empties the row.
+    EXPECT_THAT(
+        test::LinesOf(*Decode(PopOn(TextWords(full + "678") + "945e 945e 97a2 97a2 94a4 94a4"))
+                           .captions.at(0)),
+        ElementsAre(full.substr(0, 30)));
+    EXPECT_TRUE(Decode(PopOn(TextWords(full + "678") + "94d0 94d0 94a4 94a4")).captions.empty());
+}
+
+// Pop-on and paint-on share the cursor but not the memory, so the cursor can
+// come back past the last column without erasing there: a cell written into a
+// gap lands between its neighbours, and DER cuts the cells after it.
+TEST(Cea608Decoder, EditsPastTheLastColumnBehindTheCursor) {
+    const std::string full = "ABCDEFGHIJKLMNOPQRSTUVWXYZ012345";
+    // RDC, PAC; the row, "a" at 32, TO1, "b" at 34; RCL and two BS move the
+    // cursor back to 33 in the other memory; RDC again, "c" at 33; EDM.
+    const ReadResult result =
+        Decode("9429 9429 94d0 94d0 " + TextWords(full + "a") + "97a1 97a1 " + TextWords("b") +
+               "9420 9420 94a1 94a1 94a1 94a1 9429 9429 " + TextWords("c") + "942c 942c");
+    ASSERT_EQ(result.captions.size(), 1u);
+    EXPECT_THAT(test::LinesOf(*result.captions[0]), ElementsAre(full + "acb"));
+    // "678" at 32-34; RCL, two BS: the cursor at 33; RDC, DER.
+    const ReadResult cut = Decode("9429 9429 94d0 94d0 " + TextWords(full + "678") +
+                                  "9420 9420 94a1 94a1 94a1 94a1 9429 9429 94a4 94a4 942c 942c");
+    ASSERT_EQ(cut.captions.size(), 1u);
+    EXPECT_THAT(test::LinesOf(*cut.captions[0]), ElementsAre(full + "6"));
 }
 
 TEST(Cea608Decoder, IgnoresOnlyTheImmediateRepeatOfAControlCode) {
@@ -147,6 +206,63 @@ TEST(Cea608Decoder, ReportsBadWordsAndTimeCodesWithTheirPlace) {
             "t.scc:6:1: line skipped: \"nonsense\" is no time code (HH:MM:SS:FF or HH:MM:SS;FF)"));
     EXPECT_THAT(Messages(SccReader().Read("WEBVTT\n", {"t.scc"}).errors),
                 ElementsAre(HasSubstr("t.scc:1:1: not an SCC file")));
+}
+
+// Bytes that are not UTF-8 and NUL are read as U+FFFD wherever they fall, and
+// columns count the text so read; a byte order mark is dropped at the start of
+// the file only; lines end at CR LF, a lone CR or a lone LF.
+TEST(Cea608Decoder, LocatesWordsInTextThatIsNotAscii) {
+    const ReadResult result =
+        SccReader().Read(std::string("\xEF\xBB\xBFScenarist_SCC V1.0\r\n\r\n00:00:01:00\t9420 \xFF"
+                                     "420 c1c1 \xC3\xA9zz 942f 942f\r00:00:0\0:00\t9420\n\n"
+                                     "00:00:03:00\t942c \xEF\xBB\xBF"
+                                     "1 \xC3 942c\r\n",
+                                     115),
+                         {"t.scc"});
+    ASSERT_TRUE(result.Succeeded());
+    EXPECT_THAT(
+        Messages(result.warnings),
+        ElementsAre("t.scc:3:18: word \"\uFFFD420\" skipped: not four hex digits",
+                    "t.scc:3:30: word \"\u00E9zz\" skipped: not four hex digits",
+                    "t.scc:4:1: line skipped: \"00:00:0\uFFFD:00\" is no time code (HH:MM:SS:FF "
+                    "or HH:MM:SS;FF)",
+                    "t.scc:6:18: word \"\uFEFF1\" skipped: not four hex digits",
+                    "t.scc:6:23: word \"\uFFFD\" skipped: not four hex digits"));
+    ASSERT_EQ(result.captions.size(), 1u);
+    EXPECT_THAT(test::LinesOf(*result.captions[0]), ElementsAre("AA"));
+    EXPECT_EQ(result.captions[0]->GetEndTime(), kFrame * 90);
+}
+
+// Words may be apart by any run of spaces and tabs, and the time code by a
+// space; a word of five hex digits is no word, but takes its frame.
+TEST(Cea608Decoder, ReadsWordsAcrossAnySpacing) {
+    const ReadResult result =
+        SccReader().Read("Scenarist_SCC V1.0\n\n00:00:01:00\t9420  9420\t\t94d0 94200 c1c1 942f "
+                         "942f \n00:00:02:00 942c\n",
+                         {"t.scc"});
+    EXPECT_THAT(Messages(result.warnings),
+                ElementsAre("t.scc:3:30: word \"94200\" skipped: not four hex digits"));
+    ASSERT_EQ(result.captions.size(), 1u);
+    EXPECT_THAT(test::LinesOf(*result.captions[0]), ElementsAre("AA"));
+    EXPECT_EQ(result.captions[0]->GetBeginTime(), kFrame * 35);
+    EXPECT_EQ(result.captions[0]->GetEndTime(), kFrame * 60);
+}
+
+// A time code is four two-digit fields; drop-frame labels skip frames 0 and
+// 1 of each minute but every tenth (00:10:00;02 is frame 17,984).
+TEST(Cea608Decoder, ReadsTimeCodesOfTwoDigitFieldsOnly) {
+    const ReadResult result = SccReader().Read(
+        "Scenarist_SCC V1.0\n\n0a:00:01:00\t9420\n00:00:01:3x\t9420\n00:00:01:30\t9420\n"
+        "00:10:00;02\t9420 9420 c1c1 942f 942f\n00:10:01;00\t942c 942c\n",
+        {"t.scc"});
+    const std::string noTimeCode = "\" is no time code (HH:MM:SS:FF or HH:MM:SS;FF)";
+    EXPECT_THAT(Messages(result.warnings),
+                ElementsAre("t.scc:3:1: line skipped: \"0a:00:01:00" + noTimeCode,
+                            "t.scc:4:1: line skipped: \"00:00:01:3x" + noTimeCode,
+                            "t.scc:5:1: line skipped: \"00:00:01:30" + noTimeCode));
+    ASSERT_EQ(result.captions.size(), 1u);
+    EXPECT_EQ(result.captions[0]->GetBeginTime(), kFrame * 17987);
+    EXPECT_EQ(result.captions[0]->GetEndTime(), kFrame * 18012);
 }
 
 TEST(SccWriter, WritesAPaintOnCaptionFromItsBeginFrame) {

@@ -319,4 +319,27 @@ TEST(SrtWriter, ReportsWhatSubRipCannotCarryOncePerKind) {
     EXPECT_EQ(ReadSrt(written.bytes).captions.size(), 3u);
 }
 
+// Markup is escaped wherever it falls in a span: among its first bytes,
+// further on, at its end; a '{' only before a backslash.
+TEST(SrtWriter, EscapesMarkupWhereverItFalls) {
+    const std::pair<std::string, std::string> cases[] = {
+        {"plain text, twenty-two", "plain text, twenty-two"},
+        {"a&b", "a&amp;b"},
+        {"abcdefgh&ijklmno<pqrstuvw>x{\\y{z", "abcdefgh&amp;ijklmno&lt;pqrstuvw&gt;x&#123;\\y{z"},
+        {"0123456789abcde>", "0123456789abcde&gt;"},
+    };
+    for (const auto& [text, escaped] : cases) {
+        SCOPED_TRACE(text);
+        CaptionPtr caption(new Caption);
+        caption->SetBeginTime(zelmediatypes::TickTime::FromSeconds(1));
+        caption->SetEndTime(zelmediatypes::TickTime::FromSeconds(2));
+        CaptionTextParagraphPtr paragraph(new CaptionTextParagraph);
+        paragraph->AppendCaptionTextSpan(new CaptionTextSpan(zelcore::ToUTF16(text), {}));
+        caption->AppendCaptionTextParagraph(paragraph);
+        const WriteResult written = SrtWriter().Write({caption}, {"out.srt"});
+        EXPECT_EQ(written.bytes, "1\r\n00:00:01,000 --> 00:00:02,000\r\n" + escaped + "\r\n\r\n");
+        EXPECT_THAT(test::LinesOf(*ReadSrt(written.bytes).captions.at(0)), ElementsAre(text));
+    }
+}
+
 } // namespace

@@ -6,35 +6,8 @@ namespace captionformats::cea608 {
 
 namespace {
 
-// The basic set differs from ASCII at these codes.
-struct Substitution {
-    std::uint8_t code;
-    char32_t character;
-};
-constexpr std::array<Substitution, 10> kBasicSubstitutions{{
-    {0x2A, U'á'},
-    {0x5C, U'é'},
-    {0x5E, U'í'},
-    {0x5F, U'ó'},
-    {0x60, U'ú'},
-    {0x7B, U'ç'},
-    {0x7C, U'÷'},
-    {0x7D, U'Ñ'},
-    {0x7E, U'ñ'},
-    {0x7F, U'\u2588'},
-}};
-
-// Each seven-bit code's character, the substitutions applied.
-constexpr std::array<char32_t, 128> kBasic = [] {
-    std::array<char32_t, 128> table{};
-    for (std::size_t code = 0; code < table.size(); ++code) {
-        table[code] = static_cast<char32_t>(code);
-    }
-    for (const Substitution& substitution : kBasicSubstitutions) {
-        table[substitution.code] = substitution.character;
-    }
-    return table;
-}();
+using detail::kBasicSubstitutions;
+using detail::Substitution;
 
 // (0x11, 0x30 + i). 0x39 is the transparent space, decoded as a space.
 constexpr std::array<char32_t, 16> kSpecial{
@@ -123,10 +96,6 @@ std::uint8_t FallbackFor(char32_t character) {
 }
 
 } // namespace
-
-char32_t BasicCharacter(std::uint8_t code) {
-    return code < kBasic.size() ? kBasic[code] : code;
-}
 
 char32_t SpecialCharacter(std::uint8_t second) {
     return kSpecial[second & 0x0F];

@@ -1,14 +1,51 @@
 #pragma once
 
+#include <array>
 #include <cstdint>
 #include <optional>
 
 namespace captionformats::cea608 {
 
+namespace detail {
+
+// The basic set differs from ASCII at these codes.
+struct Substitution {
+    std::uint8_t code;
+    char32_t character;
+};
+inline constexpr std::array<Substitution, 10> kBasicSubstitutions{{
+    {0x2A, U'á'},
+    {0x5C, U'é'},
+    {0x5E, U'í'},
+    {0x5F, U'ó'},
+    {0x60, U'ú'},
+    {0x7B, U'ç'},
+    {0x7C, U'÷'},
+    {0x7D, U'Ñ'},
+    {0x7E, U'ñ'},
+    {0x7F, U'\u2588'},
+}};
+
+// Each seven-bit code's character, the substitutions applied.
+inline constexpr std::array<char32_t, 128> kBasic = [] {
+    std::array<char32_t, 128> table{};
+    for (std::size_t code = 0; code < table.size(); ++code) {
+        table[code] = static_cast<char32_t>(code);
+    }
+    for (const Substitution& substitution : kBasicSubstitutions) {
+        table[substitution.code] = substitution.character;
+    }
+    return table;
+}();
+
+} // namespace detail
+
 // The three CEA-608 character sets. Basic characters are single bytes
 // 0x20-0x7F; special characters are the pair (0x11, 0x30-0x3F); extended ones
 // are (0x12 or 0x13, 0x20-0x3F) and replace the character before them.
-char32_t BasicCharacter(std::uint8_t code);
+inline char32_t BasicCharacter(std::uint8_t code) {
+    return code < detail::kBasic.size() ? detail::kBasic[code] : code;
+}
 char32_t SpecialCharacter(std::uint8_t second);
 char32_t ExtendedCharacter(std::uint8_t first, std::uint8_t second);
 

@@ -3,7 +3,6 @@
 #include "scc/Cea608Characters.h"
 
 #include <array>
-#include <bit>
 
 namespace captionformats::cea608 {
 
@@ -56,16 +55,12 @@ CodeStyle StyleOfAttribute(std::uint8_t attribute) {
     if (colorCode == 7) {
         style.italic = true;
     } else {
-        style.color = kColors[static_cast<std::size_t>(colorCode)];
+        style.color = static_cast<std::uint8_t>(colorCode);
     }
     return style;
 }
 
 } // namespace
-
-bool HasOddParity(std::uint8_t byte) {
-    return std::popcount(static_cast<unsigned>(byte)) % 2 == 1;
-}
 
 std::uint8_t WithParity(std::uint8_t sevenBits) {
     const auto value = static_cast<std::uint8_t>(sevenBits & 0x7F);
@@ -74,6 +69,15 @@ std::uint8_t WithParity(std::uint8_t sevenBits) {
 
 CaptioningColor ColorOfCode(int code) {
     return kColors[static_cast<std::size_t>(code & 0x07)];
+}
+
+CaptioningColor BackgroundOfCode(std::uint8_t code) {
+    if (code >= kTransparentBackground) {
+        return zelcaptioning::kCaptioningColor_Transparent;
+    }
+    CaptioningColor color = kColors[code & 0x07];
+    color.alpha = (code & 0x08) != 0 ? 0.5f : 1.0f;
+    return color;
 }
 
 int CodeOfColor(const CaptioningColor& color) {
@@ -115,12 +119,12 @@ Code ClassifyPair(std::uint8_t firstWithParity, std::uint8_t secondWithParity) {
         const auto attribute = static_cast<std::uint8_t>(second & 0x1F);
         if (attribute >= 0x10) {
             code.column = ((attribute >> 1) & 0x07) * 4;
-            code.style.color = kColors[0];
+            code.style.color = 0;
             code.style.underline = (attribute & 0x01) != 0;
         } else {
             code.style = StyleOfAttribute(attribute);
             if (code.style.italic) {
-                code.style.color = kColors[0]; // the preamble's italics are white italics
+                code.style.color = 0; // the preamble's italics are white italics
             }
         }
         return code;
@@ -132,8 +136,8 @@ Code ClassifyPair(std::uint8_t firstWithParity, std::uint8_t secondWithParity) {
     case 0x10:
         if (second < 0x30) {
             code.kind = Code::Kind::kBackground;
-            code.background = kColors[static_cast<std::size_t>((second >> 1) & 0x07)];
-            code.background.alpha = (second & 0x01) != 0 ? 0.5f : 1.0f;
+            code.background =
+                static_cast<std::uint8_t>(((second >> 1) & 0x07) | ((second & 0x01) << 3));
         }
         break;
     case 0x11:
@@ -167,10 +171,10 @@ Code ClassifyPair(std::uint8_t firstWithParity, std::uint8_t secondWithParity) {
             code.tabColumns = second - 0x20;
         } else if (second == 0x2D) {
             code.kind = Code::Kind::kBackground;
-            code.background = zelcaptioning::kCaptioningColor_Transparent;
+            code.background = kTransparentBackground;
         } else if (second == 0x2E || second == 0x2F) {
             code.kind = Code::Kind::kMidRow;
-            code.style.color = kColors[7];
+            code.style.color = 7;
             code.style.underline = second == 0x2F;
         }
         break;

@@ -2,6 +2,8 @@
 
 #include "zelcaptioning/CaptioningColor.h"
 
+#include <array>
+#include <bit>
 #include <cstdint>
 #include <optional>
 
@@ -10,10 +12,14 @@ namespace captionformats::cea608 {
 // The style a preamble address code or a mid-row code sets. Colour codes turn
 // italics off; the italics codes keep the colour.
 struct CodeStyle {
-    std::optional<zelcaptioning::CaptioningColor> color; // none: keep the colour
+    std::optional<std::uint8_t> color; // a colour code (ColorOfCode); none: keep the colour
     bool italic = false;
     bool underline = false;
 };
+
+// A background by its code: a colour code, plus 8 when semi-transparent, or
+// kTransparentBackground.
+inline constexpr std::uint8_t kTransparentBackground = 16;
 
 enum class Command {
     kResumeCaptionLoading,    // RCL
@@ -52,19 +58,30 @@ struct Code {
     Kind kind = Kind::kUnknown;
     int channel = 1; // of a control code: 1 or 2
     Command command = Command::kResumeCaptionLoading;
-    int tabColumns = 0;                        // TO1 to TO3
-    int row = 0;                               // preamble: 1 to 15
-    int column = 0;                            // preamble: the indent, 0 to 28
-    CodeStyle style;                           // preamble and mid-row
-    zelcaptioning::CaptioningColor background; // background attribute
-    char32_t character = 0;                    // special and extended
-    std::uint8_t first = 0;                    // the pair without parity
+    int tabColumns = 0;                               // TO1 to TO3
+    int row = 0;                                      // preamble: 1 to 15
+    int column = 0;                                   // preamble: the indent, 0 to 28
+    CodeStyle style;                                  // preamble and mid-row
+    std::uint8_t background = kTransparentBackground; // background attribute
+    char32_t character = 0;                           // special and extended
+    std::uint8_t first = 0;                           // the pair without parity
     std::uint8_t second = 0;
 
     bool IsControl() const { return first >= 0x10 && first <= 0x1F; }
 };
 
-bool HasOddParity(std::uint8_t byte);
+// Whether each byte has an odd number of bits set, as CEA-608 sends them.
+inline constexpr std::array<bool, 256> kOddParity = [] {
+    std::array<bool, 256> table{};
+    for (std::size_t byte = 0; byte < table.size(); ++byte) {
+        table[byte] = std::popcount(byte) % 2 == 1;
+    }
+    return table;
+}();
+
+inline bool HasOddParity(std::uint8_t byte) {
+    return kOddParity[byte];
+}
 Code ClassifyPair(std::uint8_t firstWithParity, std::uint8_t secondWithParity);
 
 // A byte with the odd parity bit set.
@@ -77,5 +94,6 @@ const char* CommandName(Command command);
 // yellow, magenta, black); the code of a colour, or -1.
 zelcaptioning::CaptioningColor ColorOfCode(int code);
 int CodeOfColor(const zelcaptioning::CaptioningColor& color);
+zelcaptioning::CaptioningColor BackgroundOfCode(std::uint8_t code);
 
 } // namespace captionformats::cea608

@@ -8,32 +8,41 @@ namespace captionformats::cea608 {
 
 using namespace zelcaptioning;
 
-void Cea608Decoder::WarnOnce(bool& reported, const SourceLocation& where,
-                             const std::string& message) {
+void Cea608Decoder::WarnOnce(bool& reported, const SourceLocation& where, const char* message) {
     if (!reported) {
         log_.Warn(where, message);
         reported = true;
     }
 }
 
-void Cea608Decoder::Feed(std::uint8_t first, std::uint8_t second, std::int64_t frame,
-                         const SourceLocation& where) {
+void Cea608Decoder::FeedCode(std::uint8_t first, std::uint8_t second, std::int64_t frame,
+                             const SourceLocation& where) {
     if (!HasOddParity(first) || !HasOddParity(second)) {
         WarnOnce(reportedParity_, where,
                  "parity errors: the bytes are decoded without their parity bit");
     }
-    const Code code = ClassifyPair(first, second);
-    if (code.IsControl()) {
-        const std::pair pair{code.first, code.second};
+    // The repeat of a control code is known before classifying it.
+    const std::uint16_t pair = PairBits(first, second);
+    if (pair >= 0x1000 && pair < 0x2000) {
         if (lastControl_ == pair) {
-            lastControl_.reset(); // the repeat of a doubled code
+            lastControl_ = kNoControl; // the repeat of a doubled code
             return;
         }
         lastControl_ = pair;
     } else {
-        lastControl_.reset(); // a repeat must follow in the very next pair
+        lastControl_ = kNoControl; // a repeat must follow in the very next pair
     }
-    Execute(code, frame, where);
+    Execute(Classified(pair), frame, where);
+}
+
+const Code& Cea608Decoder::Classified(std::uint16_t pair) {
+    KnownCode& known = knownCodes_[(pair ^ pair >> 5) % knownCodes_.size()];
+    if (known.pair != pair) {
+        known.pair = pair;
+        known.code = ClassifyPair(static_cast<std::uint8_t>(pair >> 8),
+                                  static_cast<std::uint8_t>(pair & 0xFF));
+    }
+    return known.code;
 }
 
 void Cea608Decoder::Execute(const Code& code, std::int64_t frame, const SourceLocation& where) {
@@ -57,11 +66,7 @@ void Cea608Decoder::Execute(const Code& code, std::int64_t frame, const SourceLo
     case Code::Kind::kPadding:
         break;
     case Code::Kind::kCharacters:
-        for (std::uint8_t byte : {code.first, code.second}) {
-            if (byte >= 0x20) {
-                WriteCharacter(BasicCharacter(byte), where);
-            }
-        }
+        WriteCharacters(Target(), code.first, code.second, where);
         break;
     case Code::Kind::kCommand:
         ExecuteCommand(code.command, frame, where);
@@ -78,17 +83,17 @@ void Cea608Decoder::Execute(const Code& code, std::int64_t frame, const SourceLo
         break;
     case Code::Kind::kMidRow:
         ApplyMidRow(code.style);
-        WriteCharacter(U' ', where);
+        WriteCharacter(Target(), U' ', where);
         break;
     case Code::Kind::kBackground:
-        style_.backgroundColor = code.background;
+        style_.background = code.background;
         break;
     case Code::Kind::kSpecialCharacter:
-        WriteCharacter(code.character, where);
+        WriteCharacter(Target(), code.character, where);
         break;
     case Code::Kind::kExtendedCharacter:
         cursorColumn_ = std::max(0, cursorColumn_ - 1);
-        WriteCharacter(code.character, where);
+        WriteCharacter(Target(), code.character, where);
         break;
     case Code::Kind::kOtherChannelControl:
         break;
@@ -134,16 +139,16 @@ void Cea608Decoder::ExecuteCommand(Command command, std::int64_t frame,
         break;
     case Command::kEraseDisplayedMemory:
         CloseCaption(frame);
-        displayed_.Clear();
+        displayed_->Clear();
         OpenCaption(frame);
         break;
     case Command::kEraseNonDisplayedMemory:
-        nonDisplayed_.Clear();
+        nonDisplayed_->Clear();
         break;
     case Command::kCarriageReturn:
         if (mode_ == Mode::kRollUp) {
             CloseCaption(frame);
-            displayed_.RollUp(baseRow_ - rollUpDepth_ + 1, baseRow_);
+            displayed_->RollUp(baseRow_ - rollUpDepth_ + 1, baseRow_);
             OpenCaption(frame);
             cursorRow_ = baseRow_;
             cursorColumn_ = 0;
@@ -161,8 +166,8 @@ void Cea608Decoder::ExecuteCommand(Command command, std::int64_t frame,
 void Cea608Decoder::StartRollUp(int depth, std::int64_t frame) {
     if (mode_ != Mode::kRollUp) {
         CloseCaption(frame);
-        displayed_.Clear();
-        nonDisplayed_.Clear();
+        displayed_->Clear();
+        nonDisplayed_->Clear();
         OpenCaption(frame);
         baseRow_ = CaptionMemory::kRows;
         cursorRow_ = baseRow_;
@@ -177,16 +182,15 @@ void Cea608Decoder::PlaceCursor(const Code& code) {
     if (mode_ == Mode::kRollUp) {
         row = std::max(row, rollUpDepth_);
         if (row != baseRow_) {
-            displayed_.MoveWindow(baseRow_, row, rollUpDepth_);
+            displayed_->MoveWindow(baseRow_, row, rollUpDepth_);
             baseRow_ = row;
         }
     }
     cursorRow_ = row;
     cursorColumn_ = code.column;
-    style_ =
-        CaptionMemory::CellStyle{.textColor = code.style.color.value_or(kCaptioningColor_White),
-                                 .italic = code.style.italic,
-                                 .underline = code.style.underline};
+    style_ = CaptionMemory::CellStyle{.textColor = code.style.color.value_or(0),
+                                      .italic = code.style.italic,
+                                      .underline = code.style.underline};
 }
 
 void Cea608Decoder::ApplyMidRow(const CodeStyle& style) {
@@ -199,11 +203,21 @@ void Cea608Decoder::ApplyMidRow(const CodeStyle& style) {
     style_.underline = style.underline;
 }
 
-void Cea608Decoder::WriteCharacter(char32_t character, const SourceLocation& where) {
+void Cea608Decoder::WriteCharacters(CaptionMemory& target, std::uint8_t first, std::uint8_t second,
+                                    const SourceLocation& where) {
+    for (const std::uint8_t byte : {first, second}) {
+        if (byte >= 0x20) {
+            WriteCharacter(target, BasicCharacter(byte), where);
+        }
+    }
+}
+
+void Cea608Decoder::WriteCharacter(CaptionMemory& target, char32_t character,
+                                   const SourceLocation& where) {
     if (cursorColumn_ >= CaptionMemory::kColumns) {
         WarnOnce(reportedOverflow_, where, "a row runs past column 32; its text is kept whole");
     }
-    Target().Write(cursorRow_, cursorColumn_, {character, style_});
+    target.Write(cursorRow_, cursorColumn_, character, style_);
     ++cursorColumn_;
 }
 
@@ -221,8 +235,8 @@ CaptionType Cea608Decoder::CurrentType() const {
 }
 
 void Cea608Decoder::CloseCaption(std::int64_t frame) {
-    if (open_ && !displayed_.IsEmpty() && frame > open_->first) {
-        sink_.Caption(open_->first, frame, open_->second, displayed_);
+    if (open_ && !displayed_->IsEmpty() && frame > open_->first) {
+        sink_.Caption(open_->first, frame, open_->second, *displayed_);
     }
     open_.reset();
 }

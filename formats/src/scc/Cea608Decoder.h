@@ -1,11 +1,13 @@
 #pragma once
 
 #include "common/DiagnosticLog.h"
+#include "scc/Cea608Characters.h"
 #include "scc/Cea608Code.h"
 #include "scc/Cea608Screen.h"
 
 #include "zelcaptioning/Caption.h"
 
+#include <array>
 #include <cstdint>
 #include <optional>
 #include <vector>
@@ -34,10 +36,37 @@ public:
     Cea608Decoder(DiagnosticLog& log, DecodedCaptionSink& sink)
         : log_(log)
         , sink_(sink) {}
+    Cea608Decoder(const Cea608Decoder&) = delete;
+    Cea608Decoder& operator=(const Cea608Decoder&) = delete;
 
-    // One byte pair, with parity bits, shown at `frame`.
+    // One byte pair, with parity bits, shown at `frame`. The bulk of any
+    // file, pairs of basic characters and the repeats of doubled control
+    // codes, is handled here, inline in the reader's loop; all else is
+    // classified and executed by FeedCode.
     void Feed(std::uint8_t first, std::uint8_t second, std::int64_t frame,
-              const SourceLocation& where);
+              const SourceLocation& where) {
+        if (HasOddParity(first) && HasOddParity(second)) {
+            const auto firstBits = static_cast<std::uint8_t>(first & 0x7F);
+            const auto secondBits = static_cast<std::uint8_t>(second & 0x7F);
+            if (firstBits >= 0x20 && dataChannel_ == 1 && mode_ != Mode::kText) {
+                lastControl_ = kNoControl; // a repeat must follow in the very next pair
+                CaptionMemory& target = Target();
+                if (secondBits >= 0x20 && cursorColumn_ + 1 < CaptionMemory::kColumns) {
+                    target.WritePair(cursorRow_, cursorColumn_, BasicCharacter(firstBits),
+                                     BasicCharacter(secondBits), style_);
+                    cursorColumn_ += 2;
+                } else {
+                    WriteCharacters(target, firstBits, secondBits, where);
+                }
+                return;
+            }
+            if (lastControl_ == PairBits(first, second)) {
+                lastControl_ = kNoControl; // the repeat of a doubled code
+                return;
+            }
+        }
+        FeedCode(first, second, frame, where);
+    }
 
     // Ends a caption still on screen at `endFrame`.
     void Finish(std::int64_t endFrame);
@@ -45,23 +74,33 @@ public:
 private:
     enum class Mode { kPopOn, kRollUp, kPaintOn, kText };
 
+    void FeedCode(std::uint8_t first, std::uint8_t second, std::int64_t frame,
+                  const SourceLocation& where);
+    // ClassifyPair's answer for a pair without parity bits. A file uses few
+    // control codes, each many times: the answers are kept by pair.
+    const Code& Classified(std::uint16_t pair);
     void Execute(const Code& code, std::int64_t frame, const SourceLocation& where);
     void ExecuteCommand(Command command, std::int64_t frame, const SourceLocation& where);
     void PlaceCursor(const Code& code);
     void ApplyMidRow(const CodeStyle& style);
-    void WriteCharacter(char32_t character, const SourceLocation& where);
+    // The basic characters of a pair without parity; bytes below 0x20 are none.
+    void WriteCharacters(CaptionMemory& target, std::uint8_t first, std::uint8_t second,
+                         const SourceLocation& where);
+    void WriteCharacter(CaptionMemory& target, char32_t character, const SourceLocation& where);
     void StartRollUp(int depth, std::int64_t frame);
 
     void CloseCaption(std::int64_t frame);
     void OpenCaption(std::int64_t frame);
     zelcaptioning::CaptionType CurrentType() const;
-    CaptionMemory& Target() { return mode_ == Mode::kPopOn ? nonDisplayed_ : displayed_; }
-    void WarnOnce(bool& reported, const SourceLocation& where, const std::string& message);
+    CaptionMemory& Target() { return mode_ == Mode::kPopOn ? *nonDisplayed_ : *displayed_; }
+    void WarnOnce(bool& reported, const SourceLocation& where, const char* message);
 
     DiagnosticLog& log_;
     DecodedCaptionSink& sink_;
-    CaptionMemory displayed_;
-    CaptionMemory nonDisplayed_;
+    // End of caption exchanges the two memories by exchanging these.
+    std::array<CaptionMemory, 2> memories_;
+    CaptionMemory* displayed_ = &memories_[0];
+    CaptionMemory* nonDisplayed_ = &memories_[1];
     Mode mode_ = Mode::kPopOn;
     int rollUpDepth_ = 2;
     int baseRow_ = CaptionMemory::kRows;
@@ -69,7 +108,19 @@ private:
     int cursorColumn_ = 0;
     CaptionMemory::CellStyle style_;
     int dataChannel_ = 1; // 0: field 2
-    std::optional<std::pair<std::uint8_t, std::uint8_t>> lastControl_;
+    // A pair without its parity bits as one number, first byte high.
+    static std::uint16_t PairBits(std::uint8_t first, std::uint8_t second) {
+        return static_cast<std::uint16_t>((first & 0x7F) << 8 | (second & 0x7F));
+    }
+    // The last pair when it was a control code (its first byte 0x10-0x1F),
+    // else kNoControl, which no control code is.
+    static constexpr std::uint16_t kNoControl = 0;
+    std::uint16_t lastControl_ = kNoControl;
+    struct KnownCode {
+        std::uint16_t pair = 0xFFFF; // none: pairs without parity bits are below 0x8000
+        Code code;
+    };
+    std::array<KnownCode, 64> knownCodes_;
     std::optional<std::pair<std::int64_t, zelcaptioning::CaptionType>> open_;
     bool reportedChannel2_ = false;
     bool reportedField2_ = false;

@@ -4,6 +4,7 @@
 #include "common/TextInput.h"
 
 #include <algorithm>
+#include <bit>
 
 namespace captionformats::cea608 {
 
@@ -15,33 +16,37 @@ bool IsRow(int row) {
 }
 } // namespace
 
-CaptionMemory::Row::iterator CaptionMemory::CellAt(Row& row, int column) {
-    // Text is written left to right: the usual place is the end.
-    if (row.empty() || row.back().first < column) {
-        return row.end();
-    }
-    return std::lower_bound(row.begin(), row.end(), column,
+CaptionMemory::Beyond::iterator CaptionMemory::CellBeyond(Beyond& cells, int column) {
+    return std::lower_bound(cells.begin(), cells.end(), column,
                             [](const auto& cell, int at) { return cell.first < at; });
 }
 
-void CaptionMemory::Write(int row, int column, const Cell& cell) {
-    if (IsRow(row) && column >= 0) {
-        Row& cells = rows_[static_cast<std::size_t>(row)];
-        const auto at = CellAt(cells, column);
-        if (at != cells.end() && at->first == column) {
-            at->second = cell;
-        } else {
-            cells.insert(at, {column, cell});
-        }
+void CaptionMemory::WriteBeyond(Row& row, int column, const Cell& cell) {
+    // Text is written left to right: the usual place is the end.
+    Beyond& cells = row.beyond;
+    const auto at =
+        cells.empty() || cells.back().first < column ? cells.end() : CellBeyond(cells, column);
+    if (at != cells.end() && at->first == column) {
+        at->second = cell;
+    } else {
+        cells.insert(at, {column, cell});
     }
 }
 
+int CaptionMemory::Row::FirstColumn() const {
+    return written != 0 ? std::countr_zero(written) : beyond.front().first;
+}
+
 void CaptionMemory::Erase(int row, int column) {
-    if (IsRow(row)) {
+    if (IsRow(row) && column >= 0) {
         Row& cells = rows_[static_cast<std::size_t>(row)];
-        const auto at = CellAt(cells, column);
-        if (at != cells.end() && at->first == column) {
-            cells.erase(at);
+        if (column < kColumns) {
+            cells.written &= ~(1U << column);
+            return;
+        }
+        const auto at = CellBeyond(cells.beyond, column);
+        if (at != cells.beyond.end() && at->first == column) {
+            cells.beyond.erase(at);
         }
     }
 }
@@ -49,42 +54,58 @@ void CaptionMemory::Erase(int row, int column) {
 void CaptionMemory::EraseFrom(int row, int column) {
     if (IsRow(row)) {
         Row& cells = rows_[static_cast<std::size_t>(row)];
-        cells.erase(CellAt(cells, column), cells.end());
+        if (column < kColumns) {
+            cells.written &= column <= 0 ? 0U : ~0U >> (kColumns - column);
+            cells.beyond.clear();
+        } else {
+            cells.beyond.erase(CellBeyond(cells.beyond, column), cells.beyond.end());
+        }
     }
 }
 
 void CaptionMemory::EraseRow(int row) {
     if (IsRow(row)) {
-        rows_[static_cast<std::size_t>(row)].clear();
+        rows_[static_cast<std::size_t>(row)].Clear();
     }
 }
 
 void CaptionMemory::Clear() {
-    for (auto& row : rows_) {
-        row.clear();
+    for (std::uint32_t rows = touched_; rows != 0; rows &= rows - 1) {
+        rows_[static_cast<std::size_t>(std::countr_zero(rows))].Clear();
     }
+    touched_ = 0;
 }
 
 bool CaptionMemory::IsEmpty() const {
-    for (const auto& row : rows_) {
-        if (!row.empty()) {
+    for (std::uint32_t rows = touched_; rows != 0; rows &= rows - 1) {
+        if (!rows_[static_cast<std::size_t>(std::countr_zero(rows))].IsEmpty()) {
             return false;
         }
     }
     return true;
 }
 
+void CaptionMemory::MarkRowsHoldingCells() {
+    touched_ = 0;
+    for (int row = 1; row <= kRows; ++row) {
+        if (!rows_[static_cast<std::size_t>(row)].IsEmpty()) {
+            touched_ |= 1U << row;
+        }
+    }
+}
+
 void CaptionMemory::RollUp(int firstRow, int lastRow) {
     for (int row = 1; row <= kRows; ++row) {
         auto& cells = rows_[static_cast<std::size_t>(row)];
         if (row < firstRow || row >= lastRow) {
-            cells.clear();
+            cells.Clear();
         }
         if (row >= firstRow && row < lastRow) {
-            cells.swap(rows_[static_cast<std::size_t>(row + 1)]);
-            rows_[static_cast<std::size_t>(row + 1)].clear();
+            std::swap(cells, rows_[static_cast<std::size_t>(row + 1)]);
+            rows_[static_cast<std::size_t>(row + 1)].Clear();
         }
     }
+    MarkRowsHoldingCells();
 }
 
 void CaptionMemory::MoveWindow(int oldBase, int newBase, int depth) {
@@ -93,10 +114,11 @@ void CaptionMemory::MoveWindow(int oldBase, int newBase, int depth) {
         const int from = oldBase - offset;
         const int to = newBase - offset;
         if (IsRow(from) && IsRow(to)) {
-            moved[static_cast<std::size_t>(to)].swap(rows_[static_cast<std::size_t>(from)]);
+            std::swap(moved[static_cast<std::size_t>(to)], rows_[static_cast<std::size_t>(from)]);
         }
     }
     rows_.swap(moved);
+    MarkRowsHoldingCells();
 }
 
 ParagraphStyleAttributes CaptionMemory::LineStyle() {
@@ -108,34 +130,109 @@ ParagraphStyleAttributes CaptionMemory::LineStyle() {
 
 TextSpanAttributes CaptionMemory::CellStyle::Attributes() const {
     TextSpanAttributes attributes;
-    attributes.textColor = textColor;
-    attributes.backgroundColor = backgroundColor;
+    attributes.textColor = ColorOfCode(textColor);
+    attributes.backgroundColor = BackgroundOfCode(background);
     attributes.SetItalicized(italic);
     attributes.SetUnderlined(underline);
     return attributes;
 }
 
-// Cells of one style go to the builder as one run; the spaces of a gap take
-// the style of the cell after it.
-void CaptionMemory::AppendRow(const Row& row, CaptionTextBuilder& text) {
-    std::string utf8;
-    int nextColumn = row.front().first;
-    const CellStyle* runStyle = &row.front().second.style;
-    for (const auto& [column, cell] : row) {
-        if (!(cell.style == *runStyle)) {
-            text.Append(utf8, runStyle->Attributes());
-            utf8.clear();
-            runStyle = &cell.style;
+namespace {
+
+// Gathers a row's text cell by cell, in column order, for a builder: cells of
+// one style go as one run, and the spaces of a gap take the style of the cell
+// after it. A run longer than the buffer goes in parts, which the builder
+// joins again.
+class RowText {
+public:
+    RowText(CaptionTextBuilder& text, int firstColumn, CaptionMemory::CellStyle firstStyle)
+        : text_(text)
+        , nextColumn_(firstColumn)
+        , style_(firstStyle) {}
+
+    // The cells of the columns marked in `written`. The usual cell, ASCII
+    // next to the one before it in its style, is added right here, with the
+    // state in locals (stores to the buffer could otherwise alias members).
+    void AddPlaced(const std::array<CaptionMemory::Cell, CaptionMemory::kColumns>& cells,
+                   std::uint32_t written) {
+        // The columns in place never fill the buffer.
+        static_assert(kBuffer >= CaptionMemory::kColumns * kWidest);
+        std::size_t used = used_;
+        int next = nextColumn_;
+        CaptionMemory::CellStyle style = style_;
+        for (; written != 0; written &= written - 1) {
+            const int column = std::countr_zero(written);
+            const CaptionMemory::Cell& cell = cells[static_cast<std::size_t>(column)];
+            if (column == next && cell.style == style && cell.character < 0x80) {
+                buffer_[used++] = static_cast<char>(cell.character);
+                ++next;
+                continue;
+            }
+            used_ = used;
+            nextColumn_ = next;
+            AddAny(column, cell);
+            used = used_;
+            next = nextColumn_;
+            style = style_;
         }
-        utf8.append(static_cast<std::size_t>(column - nextColumn), ' ');
-        if (cell.character < 0x80) {
-            utf8 += static_cast<char>(cell.character);
-        } else {
-            AppendUtf8(utf8, cell.character);
-        }
-        nextColumn = column + 1;
+        used_ = used;
+        nextColumn_ = next;
     }
-    text.Append(utf8, runStyle->Attributes());
+
+    // Any cell in its place in the row.
+    void AddAny(int column, const CaptionMemory::Cell& cell) {
+        if (!(cell.style == style_)) {
+            Flush();
+            style_ = cell.style;
+        }
+        for (int gap = column - nextColumn_; gap > 0; --gap) {
+            if (used_ == kBuffer) {
+                Flush();
+            }
+            buffer_[used_++] = ' ';
+        }
+        if (used_ + kWidest > kBuffer) {
+            Flush();
+        }
+        if (cell.character < 0x80) {
+            buffer_[used_++] = static_cast<char>(cell.character);
+        } else {
+            std::string utf8; // short enough to stay in the string itself
+            AppendUtf8(utf8, cell.character);
+            utf8.copy(buffer_.data() + used_, utf8.size());
+            used_ += utf8.size();
+        }
+        nextColumn_ = column + 1;
+    }
+
+    void Flush() {
+        text_.Append({buffer_.data(), used_}, style_.Attributes());
+        used_ = 0;
+    }
+
+private:
+    static constexpr std::size_t kBuffer = 256; // a whole row of the widest characters
+    static constexpr std::size_t kWidest = 4;   // bytes of UTF-8
+
+    CaptionTextBuilder& text_;
+    int nextColumn_;
+    CaptionMemory::CellStyle style_;
+    std::array<char, kBuffer> buffer_;
+    std::size_t used_ = 0;
+};
+
+} // namespace
+
+void CaptionMemory::AppendRow(const Row& row, CaptionTextBuilder& text) {
+    const int first = row.FirstColumn();
+    RowText gathered(text, first,
+                     first < kColumns ? row.cells[static_cast<std::size_t>(first)].style
+                                      : row.beyond.front().second.style);
+    gathered.AddPlaced(row.cells, row.written);
+    for (const auto& [column, cell] : row.beyond) {
+        gathered.AddAny(column, cell);
+    }
+    gathered.Flush();
 }
 
 std::vector<CaptionTextParagraphPtr> CaptionMemory::ToParagraphs() const {
@@ -144,13 +241,13 @@ std::vector<CaptionTextParagraphPtr> CaptionMemory::ToParagraphs() const {
     CaptionTextBuilder builder;
     for (int row = 1; row <= kRows; ++row) {
         const Row& cells = rows_[static_cast<std::size_t>(row)];
-        if (cells.empty()) {
+        if (cells.IsEmpty()) {
             continue;
         }
         AppendRow(cells, builder);
         CaptionTextParagraphPtr paragraph = builder.TakeParagraphs(style).front();
         paragraph->SetCaptionPosition(
-            Position(Rational(cells.front().first, kColumns), Rational(row - 1, kRows)));
+            Position(Rational(cells.FirstColumn(), kColumns), Rational(row - 1, kRows)));
         paragraphs.push_back(paragraph);
     }
     return paragraphs;
@@ -158,9 +255,9 @@ std::vector<CaptionTextParagraphPtr> CaptionMemory::ToParagraphs() const {
 
 std::size_t CaptionMemory::AppendLines(CaptionTextBuilder& text) const {
     std::size_t lines = 0;
-    for (int row = 1; row <= kRows; ++row) {
-        const Row& cells = rows_[static_cast<std::size_t>(row)];
-        if (!cells.empty()) {
+    for (std::uint32_t rows = touched_; rows != 0; rows &= rows - 1) {
+        const Row& cells = rows_[static_cast<std::size_t>(std::countr_zero(rows))];
+        if (!cells.IsEmpty()) {
             if (lines++ > 0) {
                 text.BreakLine();
             }

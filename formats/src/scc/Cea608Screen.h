@@ -1,9 +1,12 @@
 #pragma once
 
 #include "common/CaptionTextBuilder.h"
+#include "scc/Cea608Code.h"
 #include "zelcaptioning/CaptionTextParagraph.h"
 
 #include <array>
+#include <bit>
+#include <cstdint>
 #include <utility>
 #include <vector>
 
@@ -17,26 +20,57 @@ public:
     static constexpr int kRows = 15;
     static constexpr int kColumns = 32;
 
-    // All the style a CEA-608 cell carries. It is small and trivially
-    // copied and compared, as the decoder writes one for every character.
+    // All the style a CEA-608 cell carries, by its codes. It is four bytes,
+    // trivially copied and compared, as the decoder writes one for every
+    // character and a row is cut into runs by comparing them.
     struct CellStyle {
-        zelcaptioning::CaptioningColor textColor = zelcaptioning::kCaptioningColor_White;
-        zelcaptioning::CaptioningColor backgroundColor =
-            zelcaptioning::kCaptioningColor_Transparent;
+        std::uint8_t textColor = 0;                       // ColorOfCode; white
+        std::uint8_t background = kTransparentBackground; // BackgroundOfCode
         bool italic = false;
         bool underline = false;
 
-        friend bool operator==(const CellStyle&, const CellStyle&) = default;
+        // Compared as one word.
+        friend bool operator==(const CellStyle& a, const CellStyle& b) {
+            return std::bit_cast<std::uint32_t>(a) == std::bit_cast<std::uint32_t>(b);
+        }
         // The span attributes of this style: the defaults but for these fields.
         zelcaptioning::TextSpanAttributes Attributes() const;
     };
+    static_assert(sizeof(CellStyle) == sizeof(std::uint32_t));
 
     struct Cell {
         char32_t character = U' ';
         CellStyle style;
     };
 
-    void Write(int row, int column, const Cell& cell);
+    // The character and its style come apart so that writing them stores
+    // each once, the way the decoder holds them.
+    void Write(int row, int column, char32_t character, CellStyle style) {
+        if (row >= 1 && row <= kRows && column >= 0) {
+            Row& cells = rows_[static_cast<std::size_t>(row)];
+            if (column < kColumns) {
+                cells.cells[static_cast<std::size_t>(column)] = {character, style};
+                cells.written |= 1U << column;
+                touched_ |= 1U << row;
+            } else {
+                WriteBeyond(cells, column, {character, style});
+                touched_ |= 1U << row;
+            }
+        }
+    }
+    // Two characters side by side, as a pair of basic characters comes.
+    void WritePair(int row, int column, char32_t first, char32_t second, CellStyle style) {
+        if (row >= 1 && row <= kRows && column >= 0 && column + 1 < kColumns) {
+            Row& cells = rows_[static_cast<std::size_t>(row)];
+            cells.cells[static_cast<std::size_t>(column)] = {first, style};
+            cells.cells[static_cast<std::size_t>(column) + 1] = {second, style};
+            cells.written |= 3U << column;
+            touched_ |= 1U << row;
+        } else {
+            Write(row, column, first, style);
+            Write(row, column + 1, second, style);
+        }
+    }
     void Erase(int row, int column);
     void EraseFrom(int row, int column);
     void EraseRow(int row);
@@ -59,13 +93,34 @@ public:
     static zelcaptioning::ParagraphStyleAttributes LineStyle();
 
 private:
-    // A row's written cells by column, in column order. Rows keep their
-    // storage when erased, so a decoder stops allocating once warmed up.
-    using Row = std::vector<std::pair<int, Cell>>;
-    static Row::iterator CellAt(Row& row, int column);
+    // A row's cells: those of the 32 columns in place, marked in `written`,
+    // and those past the last column (rare) by column, in column order. Rows
+    // keep their storage when erased, so a decoder stops allocating once
+    // warmed up.
+    struct Row {
+        std::uint32_t written = 0; // bit c: column c holds a cell
+        std::array<Cell, kColumns> cells;
+        std::vector<std::pair<int, Cell>> beyond;
+
+        bool IsEmpty() const { return written == 0 && beyond.empty(); }
+        int FirstColumn() const;
+        void Clear() {
+            written = 0;
+            beyond.clear();
+        }
+    };
+    using Beyond = std::vector<std::pair<int, Cell>>;
+    static Beyond::iterator CellBeyond(Beyond& cells, int column);
+    static void WriteBeyond(Row& row, int column, const Cell& cell);
     static void AppendRow(const Row& row, CaptionTextBuilder& text);
 
+    // Marks exactly the rows that hold cells, as after a roll-up.
+    void MarkRowsHoldingCells();
+
     std::array<Row, kRows + 1> rows_; // index 0 unused
+    // Bit r is set for every row r that holds cells (and maybe for rows
+    // erased since), so that clearing and testing touch only those.
+    std::uint32_t touched_ = 0;
 };
 
 } // namespace captionformats::cea608

@@ -3,6 +3,12 @@
 #include "common/TextInput.h"
 #include "scc/SccTimecode.h"
 
+#include <algorithm>
+#include <array>
+#include <cstring>
+#include <optional>
+#include <string>
+
 namespace captionformats::scc {
 
 using namespace zelcaptioning;
@@ -10,38 +16,139 @@ using namespace zelcaptioning;
 namespace {
 
 constexpr std::string_view kHeader = "Scenarist_SCC V1.0";
+constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
 
 bool IsSpace(char c) {
     return c == ' ' || c == '\t';
 }
 
-int HexDigit(char c) {
-    if (c >= '0' && c <= '9') {
-        return c - '0';
+// Each byte's hex digit value, or -1.
+constexpr std::array<std::int8_t, 256> kHexDigits = [] {
+    std::array<std::int8_t, 256> table{};
+    table.fill(-1);
+    for (int digit = 0; digit < 10; ++digit) {
+        table[static_cast<std::size_t>('0' + digit)] = static_cast<std::int8_t>(digit);
     }
-    if (c >= 'a' && c <= 'f') {
-        return c - 'a' + 10;
+    for (int digit = 0; digit < 6; ++digit) {
+        table[static_cast<std::size_t>('a' + digit)] = static_cast<std::int8_t>(10 + digit);
+        table[static_cast<std::size_t>('A' + digit)] = static_cast<std::int8_t>(10 + digit);
     }
-    if (c >= 'A' && c <= 'F') {
-        return c - 'A' + 10;
-    }
-    return -1;
+    return table;
+}();
+
+// The value of the four hex digits at `word`, or -1 when one is not a hex digit.
+int HexWord(const char* word) {
+    auto digit = [word](int i) {
+        return kHexDigits[static_cast<unsigned char>(word[i])];
+    };
+    const int a = digit(0);
+    const int b = digit(1);
+    const int c = digit(2);
+    const int d = digit(3);
+    return (a | b | c | d) < 0 ? -1 : a << 12 | b << 8 | c << 4 | d;
 }
 
-// The value of exactly four hex digits.
-std::optional<std::uint16_t> HexWord(std::string_view text) {
-    if (text.size() != 4) {
-        return std::nullopt;
+// Whether TextInput would change the text: NUL and bytes that are not ASCII
+// (which SCC's time codes and words never hold) may be decoded as U+FFFD.
+bool NeedsDecoding(std::string_view text) {
+    return std::any_of(text.begin(), text.end(),
+                       [](char c) { return c == '\0' || static_cast<unsigned char>(c) >= 0x80; });
+}
+
+// A part of a line as TextInput reads it within the whole file. It starts
+// after an ASCII byte, so it decodes alone as it would there; a space put
+// before it keeps a byte order mark at its start from being dropped.
+std::string Decoded(std::string_view text) {
+    if (!NeedsDecoding(text)) {
+        return std::string(text);
     }
-    int value = 0;
-    for (const char c : text) {
-        const int digit = HexDigit(c);
-        if (digit < 0) {
+    const TextInput input(" " + std::string(text), TextInput::Encoding::kUtf8);
+    return std::string(input.Text().substr(1));
+}
+
+// The lines of a file one at a time, cut where TextInput cuts them (at CR
+// LF, a lone CR or a lone LF), read where they lie: a file of SCC is ASCII,
+// and a line that is not is decoded where it matters (FeedWords). Each byte is
+// searched once for CR and once for LF.
+class LineCursor {
+public:
+    explicit LineCursor(std::string_view text)
+        : text_(text) {}
+
+    // The next line, or nothing past the last one.
+    std::optional<TextInput::Line> Next() {
+        if (start_ >= text_.size()) {
             return std::nullopt;
         }
-        value = value << 4 | digit;
+        const std::size_t end = std::min(NextOf('\n', nextLineFeed_), NextOf('\r', nextReturn_));
+        const TextInput::Line line{text_.substr(start_, end - start_), number_++};
+        const bool crLf = end + 1 < text_.size() && text_[end] == '\r' && text_[end + 1] == '\n';
+        start_ = end == text_.size() ? end : end + (crLf ? 2 : 1);
+        return line;
     }
-    return static_cast<std::uint16_t>(value);
+
+private:
+    // Where the first `c` at or after the line's start is, or the text's end;
+    // `found` keeps the last one found, good while the lines have not passed it.
+    std::size_t NextOf(char c, std::size_t& found) const {
+        if (found <= start_) {
+            const void* at = std::memchr(text_.data() + start_, c, text_.size() - start_);
+            found = at != nullptr
+                        ? static_cast<std::size_t>(static_cast<const char*>(at) - text_.data())
+                        : text_.size();
+        }
+        return found;
+    }
+
+    std::string_view text_;
+    std::size_t start_ = 0;
+    std::uint64_t number_ = 1;
+    std::size_t nextLineFeed_ = 0;
+    std::size_t nextReturn_ = 0;
+};
+
+// Feeds the words of `text`, a line's words from `column` on, the first at
+// `frame` and each further one a frame later; returns the frame after the
+// last. A line that holds bytes to decode is read as decoded from the first
+// word that needs it, columns counted in the decoded text.
+std::int64_t FeedWords(std::string_view text, std::uint64_t lineNumber, std::uint64_t column,
+                       std::int64_t frame, bool decoded, cea608::Cea608Decoder& decoder,
+                       DiagnosticLog& log) {
+    const char* const begin = text.data();
+    const char* const end = begin + text.size();
+    const char* at = begin;
+    SourceLocation where = SourceLocation::AtLine(lineNumber);
+    while (at != end) {
+        // The usual word, four hex digits and a space or the line's end, is
+        // tried first; hex digits are never spaces.
+        const std::ptrdiff_t left = end - at;
+        const int value = left >= 4 ? HexWord(at) : -1;
+        if (value >= 0 && (left == 4 || IsSpace(at[4]))) {
+            where.column = column + static_cast<std::uint64_t>(at - begin) + 1;
+            decoder.Feed(static_cast<std::uint8_t>(value >> 8),
+                         static_cast<std::uint8_t>(value & 0xFF), frame, where);
+            at += left == 4 ? 4 : 5; // the word and the space after it
+            ++frame;
+            continue;
+        }
+        if (IsSpace(*at)) {
+            ++at;
+            continue;
+        }
+        where.column = column + static_cast<std::uint64_t>(at - begin) + 1;
+        if (const std::string_view rest(at, static_cast<std::size_t>(left));
+            !decoded && NeedsDecoding(rest)) {
+            return FeedWords(Decoded(rest), lineNumber, where.column - 1, frame, true, decoder,
+                             log);
+        }
+        const char* const start = at;
+        while (at != end && !IsSpace(*at)) {
+            ++at;
+        }
+        log.Warn(where, "word \"" + std::string(start, at) + "\" skipped: not four hex digits");
+        ++frame;
+    }
+    return frame;
 }
 
 // Feeds one "timecode<tab>words" line to the decoder, its first word at the
@@ -57,7 +164,7 @@ std::int64_t FeedLine(const TextInput::Line& line, std::int64_t previousEnd,
     const auto timecode = ParseTimecode(text.substr(0, position));
     if (!timecode) {
         log.Warn(SourceLocation::AtLine(line.number, 1),
-                 "line skipped: \"" + std::string(text.substr(0, position)) +
+                 "line skipped: \"" + Decoded(text.substr(0, position)) +
                      "\" is no time code (HH:MM:SS:FF or HH:MM:SS;FF)");
         return previousEnd;
     }
@@ -65,29 +172,8 @@ std::int64_t FeedLine(const TextInput::Line& line, std::int64_t previousEnd,
         log.Warn(SourceLocation::AtLine(line.number, 1),
                  "time code falls on the previous line's last words (kept as written)");
     }
-    std::int64_t frame = timecode->frame;
-    while (position < text.size()) {
-        while (position < text.size() && IsSpace(text[position])) {
-            ++position;
-        }
-        const std::size_t start = position;
-        while (position < text.size() && !IsSpace(text[position])) {
-            ++position;
-        }
-        if (start == position) {
-            break;
-        }
-        const std::string_view word = text.substr(start, position - start);
-        const SourceLocation where = SourceLocation::AtLine(line.number, start + 1);
-        if (const auto value = HexWord(word)) {
-            decoder.Feed(static_cast<std::uint8_t>(*value >> 8),
-                         static_cast<std::uint8_t>(*value & 0xFF), frame, where);
-        } else {
-            log.Warn(where, "word \"" + std::string(word) + "\" skipped: not four hex digits");
-        }
-        ++frame;
-    }
-    return frame;
+    return FeedWords(text.substr(position), line.number, position, timecode->frame, false, decoder,
+                     log);
 }
 
 // Counts the captions that end on the file's last frame, as they pass.
@@ -109,33 +195,37 @@ private:
 } // namespace
 
 void ReadSccCaptions(std::string_view bytes, DiagnosticLog& log, cea608::DecodedCaptionSink& sink) {
-    const TextInput input(bytes, TextInput::Encoding::kUtf8);
-    const auto& lines = input.Lines();
-    std::size_t index = 0;
-    while (index < lines.size() &&
-           lines[index].text.find_first_not_of(" \t") == std::string_view::npos) {
-        ++index;
+    if (bytes.starts_with(kByteOrderMark)) {
+        bytes.remove_prefix(kByteOrderMark.size());
     }
-    const bool hasHeader = index < lines.size() && lines[index].text.starts_with(kHeader);
+    LineCursor lines(bytes);
+    auto isBlank = [](std::string_view text) {
+        return text.find_first_not_of(" \t") == std::string_view::npos;
+    };
+    std::optional<TextInput::Line> first = lines.Next();
+    while (first && isBlank(first->text)) {
+        first = lines.Next();
+    }
+    const bool hasHeader = first && first->text.starts_with(kHeader);
     if (!hasHeader) {
         const bool startsWithTimecode =
-            index < lines.size() &&
-            ParseTimecode(lines[index].text.substr(0, lines[index].text.find_first_of(" \t")));
+            first && ParseTimecode(first->text.substr(0, first->text.find_first_of(" \t")));
         if (!startsWithTimecode) {
-            log.Fail(SourceLocation::AtLine(index < lines.size() ? lines[index].number : 1, 1),
+            log.Fail(SourceLocation::AtLine(first ? first->number : 1, 1),
                      "not an SCC file: it must start with \"" + std::string(kHeader) +
                          "\" or a time code line");
             return;
         }
-        log.Warn(SourceLocation::AtLine(lines[index].number, 1),
+        log.Warn(SourceLocation::AtLine(first->number, 1),
                  "the \"" + std::string(kHeader) + "\" header is missing");
     }
     EndCounter counter(sink);
     cea608::Cea608Decoder decoder(log, counter);
     std::int64_t endFrame = 0;
-    for (index += hasHeader ? 1 : 0; index < lines.size(); ++index) {
-        if (lines[index].text.find_first_not_of(" \t") != std::string_view::npos) {
-            endFrame = FeedLine(lines[index], endFrame, decoder, log);
+    for (std::optional<TextInput::Line> line = hasHeader ? lines.Next() : first; line;
+         line = lines.Next()) {
+        if (!isBlank(line->text)) {
+            endFrame = FeedLine(*line, endFrame, decoder, log);
         }
     }
     decoder.Finish(endFrame);

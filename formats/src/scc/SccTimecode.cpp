@@ -9,12 +9,11 @@ namespace {
 constexpr std::int64_t kFramesPerMinuteDropFrame = 30 * 60 - 2;
 constexpr std::int64_t kFramesPerTenMinutesDropFrame = 10 * kFramesPerMinuteDropFrame + 2;
 
-std::optional<int> TwoDigits(std::string_view text, std::size_t at) {
-    if (at + 2 > text.size() || text[at] < '0' || text[at] > '9' || text[at + 1] < '0' ||
-        text[at + 1] > '9') {
-        return std::nullopt;
-    }
-    return (text[at] - '0') * 10 + (text[at + 1] - '0');
+// The two-digit number at `at` (the text holds two bytes there), or -1.
+int TwoDigits(std::string_view text, std::size_t at) {
+    const auto tens = static_cast<unsigned>(text[at] - '0');
+    const auto units = static_cast<unsigned>(text[at + 1] - '0');
+    return tens <= 9 && units <= 9 ? static_cast<int>(tens * 10 + units) : -1;
 }
 
 } // namespace
@@ -27,25 +26,24 @@ std::optional<ParsedTimecode> ParseTimecode(std::string_view text) {
     if (separator != ':' && separator != ';' && separator != '.' && separator != ',') {
         return std::nullopt;
     }
-    const auto hours = TwoDigits(text, 0);
-    const auto minutes = TwoDigits(text, 3);
-    const auto seconds = TwoDigits(text, 6);
-    const auto frames = TwoDigits(text, 9);
-    if (!hours || !minutes || !seconds || !frames || *minutes > 59 || *seconds > 59 ||
-        *frames > 29) {
+    const int hours = TwoDigits(text, 0);
+    const int minutes = TwoDigits(text, 3);
+    const int seconds = TwoDigits(text, 6);
+    const int frames = TwoDigits(text, 9);
+    if ((hours | minutes | seconds | frames) < 0 || minutes > 59 || seconds > 59 || frames > 29) {
         return std::nullopt;
     }
     ParsedTimecode parsed;
     parsed.dropFrame = separator != ':';
-    const std::int64_t totalMinutes = *hours * 60LL + *minutes;
+    const std::int64_t totalMinutes = hours * 60LL + minutes;
     if (parsed.dropFrame) {
-        if (*seconds == 0 && *frames < 2 && *minutes % 10 != 0) {
+        if (seconds == 0 && frames < 2 && minutes % 10 != 0) {
             return std::nullopt;
         }
         parsed.frame =
-            (totalMinutes * 60 + *seconds) * 30 + *frames - 2 * (totalMinutes - totalMinutes / 10);
+            (totalMinutes * 60 + seconds) * 30 + frames - 2 * (totalMinutes - totalMinutes / 10);
     } else {
-        parsed.frame = (totalMinutes * 60 + *seconds) * 30 + *frames;
+        parsed.frame = (totalMinutes * 60 + seconds) * 30 + frames;
     }
     return parsed;
 }

@@ -5,6 +5,9 @@
 #include "common/KeypadAnchor.h"
 #include "common/SpanTags.h"
 
+#include <array>
+#include <charconv>
+
 namespace captionformats::srt {
 
 using namespace zelcaptioning;
@@ -14,13 +17,22 @@ namespace {
 constexpr SpanCapabilities kSrtKeeps{
     .bold = true, .italic = true, .underline = true, .textColor = true};
 
+// The bytes AppendEscaped may have to escape.
+constexpr std::array<bool, 256> kMarkupBytes = [] {
+    std::array<bool, 256> table{};
+    for (const unsigned char c : {'&', '<', '>', '{'}) {
+        table[c] = true;
+    }
+    return table;
+}();
+
 // Escapes what the reader would take for markup: '&', '<', '>' and the '{' of
-// an override block.
+// an override block. Text without them, the usual case, is appended whole.
 void AppendEscaped(std::string& out, std::string_view text) {
     std::size_t start = 0;
     for (std::size_t at = 0; at < text.size(); ++at) {
         const char c = text[at];
-        if (c != '&' && c != '<' && c != '>' && c != '{') {
+        if (!kMarkupBytes[static_cast<unsigned char>(c)]) {
             continue;
         }
         const char* escape = c == '&'                                       ? "&amp;"
@@ -46,7 +58,9 @@ bool IsBlankText(std::string_view text) {
 void SrtCueWriter::StartCue(zelmediatypes::TickTime begin, zelmediatypes::TickTime end,
                             CaptionType type, std::size_t index) {
     BeginCue(begin, type, index);
-    out_ += std::to_string(index + 1);
+    char number[24];
+    const char* const numberEnd = std::to_chars(number, number + sizeof number, index + 1).ptr;
+    out_.append(number, static_cast<std::size_t>(numberEnd - number));
     out_ += "\r\n";
     AppendClockMilliseconds(out_, begin, ',');
     out_ += " --> ";

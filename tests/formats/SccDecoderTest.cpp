@@ -230,7 +230,7 @@ TEST(Cea608Decoder, LocatesWordsInTextThatIsNotAscii) {
                     "t.scc:6:23: word \"\uFFFD\" skipped: not four hex digits"));
     ASSERT_EQ(result.captions.size(), 1u);
     EXPECT_THAT(test::LinesOf(*result.captions[0]), ElementsAre("AA"));
-    EXPECT_EQ(result.captions[0]->GetEndTime(), kFrame * 90);
+    EXPECT_EQ(result.captions[0]->GetEndTime(), formats_test::kNtscFrame * 90);
 }
 
 // Words may be apart by any run of spaces and tabs, and the time code by a
@@ -244,8 +244,8 @@ TEST(Cea608Decoder, ReadsWordsAcrossAnySpacing) {
                 ElementsAre("t.scc:3:30: word \"94200\" skipped: not four hex digits"));
     ASSERT_EQ(result.captions.size(), 1u);
     EXPECT_THAT(test::LinesOf(*result.captions[0]), ElementsAre("AA"));
-    EXPECT_EQ(result.captions[0]->GetBeginTime(), kFrame * 35);
-    EXPECT_EQ(result.captions[0]->GetEndTime(), kFrame * 60);
+    EXPECT_EQ(result.captions[0]->GetBeginTime(), formats_test::kNtscFrame * 35);
+    EXPECT_EQ(result.captions[0]->GetEndTime(), formats_test::kNtscFrame * 60);
 }
 
 // A time code is four two-digit fields; drop-frame labels skip frames 0 and
@@ -261,8 +261,8 @@ TEST(Cea608Decoder, ReadsTimeCodesOfTwoDigitFieldsOnly) {
                             "t.scc:4:1: line skipped: \"00:00:01:3x" + noTimeCode,
                             "t.scc:5:1: line skipped: \"00:00:01:30" + noTimeCode));
     ASSERT_EQ(result.captions.size(), 1u);
-    EXPECT_EQ(result.captions[0]->GetBeginTime(), kFrame * 17987);
-    EXPECT_EQ(result.captions[0]->GetEndTime(), kFrame * 18012);
+    EXPECT_EQ(result.captions[0]->GetBeginTime(), formats_test::kNtscFrame * 17987);
+    EXPECT_EQ(result.captions[0]->GetEndTime(), formats_test::kNtscFrame * 18012);
 }
 
 TEST(SccWriter, WritesAPaintOnCaptionFromItsBeginFrame) {

@@ -5,8 +5,6 @@
 
 #include <algorithm>
 #include <array>
-#include <cstring>
-#include <optional>
 #include <string>
 
 namespace captionformats::scc {
@@ -62,50 +60,9 @@ std::string Decoded(std::string_view text) {
     if (!NeedsDecoding(text)) {
         return std::string(text);
     }
-    const TextInput input(" " + std::string(text), TextInput::Encoding::kUtf8);
-    return std::string(input.Text().substr(1));
+    const DecodedText decoded(" " + std::string(text), TextEncoding::kUtf8);
+    return std::string(decoded.Text().substr(1));
 }
-
-// The lines of a file one at a time, cut where TextInput cuts them (at CR
-// LF, a lone CR or a lone LF), read where they lie: a file of SCC is ASCII,
-// and a line that is not is decoded where it matters (FeedWords). Each byte is
-// searched once for CR and once for LF.
-class LineCursor {
-public:
-    explicit LineCursor(std::string_view text)
-        : text_(text) {}
-
-    // The next line, or nothing past the last one.
-    std::optional<TextInput::Line> Next() {
-        if (start_ >= text_.size()) {
-            return std::nullopt;
-        }
-        const std::size_t end = std::min(NextOf('\n', nextLineFeed_), NextOf('\r', nextReturn_));
-        const TextInput::Line line{text_.substr(start_, end - start_), number_++};
-        const bool crLf = end + 1 < text_.size() && text_[end] == '\r' && text_[end + 1] == '\n';
-        start_ = end == text_.size() ? end : end + (crLf ? 2 : 1);
-        return line;
-    }
-
-private:
-    // Where the first `c` at or after the line's start is, or the text's end;
-    // `found` keeps the last one found, good while the lines have not passed it.
-    std::size_t NextOf(char c, std::size_t& found) const {
-        if (found <= start_) {
-            const void* at = std::memchr(text_.data() + start_, c, text_.size() - start_);
-            found = at != nullptr
-                        ? static_cast<std::size_t>(static_cast<const char*>(at) - text_.data())
-                        : text_.size();
-        }
-        return found;
-    }
-
-    std::string_view text_;
-    std::size_t start_ = 0;
-    std::uint64_t number_ = 1;
-    std::size_t nextLineFeed_ = 0;
-    std::size_t nextReturn_ = 0;
-};
 
 // Feeds the words of `text`, a line's words from `column` on, the first at
 // `frame` and each further one a frame later; returns the frame after the
@@ -198,34 +155,37 @@ void ReadSccCaptions(std::string_view bytes, DiagnosticLog& log, cea608::Decoded
     if (bytes.starts_with(kByteOrderMark)) {
         bytes.remove_prefix(kByteOrderMark.size());
     }
+    // SCC is ASCII: its lines are read where they lie, and a line that is not
+    // is decoded where it matters (FeedWords).
     LineCursor lines(bytes);
     auto isBlank = [](std::string_view text) {
         return text.find_first_not_of(" \t") == std::string_view::npos;
     };
-    std::optional<TextInput::Line> first = lines.Next();
-    while (first && isBlank(first->text)) {
-        first = lines.Next();
+    TextLine first;
+    bool any = lines.Next(first);
+    while (any && isBlank(first.text)) {
+        any = lines.Next(first);
     }
-    const bool hasHeader = first && first->text.starts_with(kHeader);
+    const bool hasHeader = any && first.text.starts_with(kHeader);
     if (!hasHeader) {
         const bool startsWithTimecode =
-            first && ParseTimecode(first->text.substr(0, first->text.find_first_of(" \t")));
+            any && ParseTimecode(first.text.substr(0, first.text.find_first_of(" \t")));
         if (!startsWithTimecode) {
-            log.Fail(SourceLocation::AtLine(first ? first->number : 1, 1),
+            log.Fail(SourceLocation::AtLine(any ? first.number : 1, 1),
                      "not an SCC file: it must start with \"" + std::string(kHeader) +
                          "\" or a time code line");
             return;
         }
-        log.Warn(SourceLocation::AtLine(first->number, 1),
+        log.Warn(SourceLocation::AtLine(first.number, 1),
                  "the \"" + std::string(kHeader) + "\" header is missing");
     }
     EndCounter counter(sink);
     cea608::Cea608Decoder decoder(log, counter);
     std::int64_t endFrame = 0;
-    for (std::optional<TextInput::Line> line = hasHeader ? lines.Next() : first; line;
-         line = lines.Next()) {
-        if (!isBlank(line->text)) {
-            endFrame = FeedLine(*line, endFrame, decoder, log);
+    TextLine line = first;
+    for (bool more = !hasHeader || lines.Next(line); more; more = lines.Next(line)) {
+        if (!isBlank(line.text)) {
+            endFrame = FeedLine(line, endFrame, decoder, log);
         }
     }
     decoder.Finish(endFrame);

@@ -1,11 +1,11 @@
 #include "srt/SrtCueWriter.h"
 
+#include "common/ByteScan.h"
 #include "common/ClockText.h"
 #include "common/CssColor.h"
 #include "common/KeypadAnchor.h"
 #include "common/SpanTags.h"
 
-#include <array>
 #include <charconv>
 
 namespace captionformats::srt {
@@ -17,24 +17,12 @@ namespace {
 constexpr SpanCapabilities kSrtKeeps{
     .bold = true, .italic = true, .underline = true, .textColor = true};
 
-// The bytes AppendEscaped may have to escape.
-constexpr std::array<bool, 256> kMarkupBytes = [] {
-    std::array<bool, 256> table{};
-    for (const unsigned char c : {'&', '<', '>', '{'}) {
-        table[c] = true;
-    }
-    return table;
-}();
-
 // Escapes what the reader would take for markup: '&', '<', '>' and the '{' of
 // an override block. Text without them, the usual case, is appended whole.
 void AppendEscaped(std::string& out, std::string_view text) {
     std::size_t start = 0;
-    for (std::size_t at = 0; at < text.size(); ++at) {
+    for (std::size_t at = 0; (at = FindFirstOf<'&', '<', '>', '{'>(text, at)) < text.size(); ++at) {
         const char c = text[at];
-        if (!kMarkupBytes[static_cast<unsigned char>(c)]) {
-            continue;
-        }
         const char* escape = c == '&'                                       ? "&amp;"
                              : c == '<'                                     ? "&lt;"
                              : c == '>'                                     ? "&gt;"
@@ -138,6 +126,12 @@ std::string SrtCueWriter::PlacementTag(const ParagraphStyleAttributes& style) {
 }
 
 void SrtCueWriter::AppendSpan(const TextSpanAttributes& attributes, std::string_view utf8) {
+    // Most spans are plain or only emphasised: no losses to note and no colour
+    // to write.
+    if (OnlyEmphasis(attributes)) {
+        AppendInStyleTags(out_, attributes, utf8, AppendEscaped);
+        return;
+    }
     losses_.NoteSpanLosses(attributes, kSrtKeeps, index_, begin_);
     const bool colored = attributes.textColor != kCaptioningColor_White;
     if (colored) {

@@ -13,6 +13,7 @@
 #include <filesystem>
 #include <fstream>
 #include <string>
+#include <system_error>
 #include <vector>
 
 extern char** environ;
@@ -23,14 +24,31 @@ using captionformats::CaptionFileFormat;
 
 constexpr int kCues = 10'000;
 
+// The run's files, in a folder of the system's temporary folder that goes
+// when the run ends.
+class RunFolder {
+public:
+    RunFolder()
+        : path_(std::filesystem::temp_directory_path() /
+                ("corvala-convert-bench-" + std::to_string(getpid()))) {
+        std::filesystem::create_directories(path_);
+    }
+    ~RunFolder() {
+        std::error_code ignored;
+        std::filesystem::remove_all(path_, ignored);
+    }
+    RunFolder(const RunFolder&) = delete;
+    RunFolder& operator=(const RunFolder&) = delete;
+
+    const std::filesystem::path& Path() const { return path_; }
+
+private:
+    std::filesystem::path path_;
+};
+
 std::filesystem::path WorkFolder() {
-    static const std::filesystem::path folder = [] {
-        auto path = std::filesystem::temp_directory_path() /
-                    ("corvala-convert-bench-" + std::to_string(getpid()));
-        std::filesystem::create_directories(path);
-        return path;
-    }();
-    return folder;
+    static const RunFolder folder;
+    return folder.Path();
 }
 
 std::string InputFile(CaptionFileFormat format) {

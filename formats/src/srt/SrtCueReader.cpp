@@ -113,27 +113,35 @@ private:
             }
             return;
         }
-        const auto& [begin, end] = std::get<CueTiming>(timing);
+        const CueTiming& cueTiming = std::get<CueTiming>(timing);
+        const auto [begin, end] = std::pair(cueTiming.begin, cueTiming.end);
         if (end < begin) {
             log_.Warn(SourceLocation::AtLine(timingLine.number, 1),
                       "cue ends before it begins; kept as found");
         }
+        // The cue's lines are kept for the sink to take whole or for parsing.
+        cueLines_.clear();
+        for (; !lines_.AtEnd() && InCueText(); lines_.Advance()) {
+            cueLines_.push_back(lines_.Current());
+        }
+        ++cues_;
+        if (sink_.CueLines(cueTiming, cueLines_)) {
+            return;
+        }
         // One builder for every cue keeps its storage; each cue takes all it gathered.
         SrtCueText cueText(builder_, log_);
-        std::size_t textLines = 0;
-        for (; !lines_.AtEnd() && InCueText(); lines_.Advance()) {
-            if (textLines++ > 0) {
+        for (std::size_t line = 0; line < cueLines_.size(); ++line) {
+            if (line > 0) {
                 builder_.BreakLine();
             }
-            cueText.ParseLine(lines_.Current().text, lines_.Current().number);
+            cueText.ParseLine(cueLines_[line].text, cueLines_[line].number);
         }
         ParagraphStyleAttributes style;
         if (const auto keypad = cueText.KeypadPosition()) {
             style.SetAnchorID(AnchorFromKeypad(*keypad));
             style.SetTextAlignment(AlignmentOfColumn(style.GetAnchorID()));
         }
-        sink_.Cue(begin, end, style, builder_, textLines > 0 ? builder_.LineCount() : 0);
-        ++cues_;
+        sink_.Cue(begin, end, style, builder_, cueLines_.empty() ? 0 : builder_.LineCount());
     }
 
     LineWindow lines_;
@@ -141,6 +149,7 @@ private:
     CueSink& sink_;
     std::size_t cues_ = 0;
     CaptionTextBuilder builder_;
+    std::vector<TextLine> cueLines_;
 };
 
 } // namespace

@@ -73,8 +73,12 @@ public:
     std::size_t Run() {
         while (!lines_.AtEnd()) {
             const TextLine& line = lines_.Current();
-            if (IsBlank(line.text) || StartsCue()) {
+            if (IsBlank(line.text)) {
                 lines_.Advance();
+            } else if (StartsCue()) {
+                // The next line, holding "-->", is neither blank nor a cue number.
+                lines_.Advance();
+                ReadCue();
             } else if (HasArrow(line.text)) {
                 ReadCue();
             } else {

@@ -20,21 +20,33 @@ bool AppendEmphasisLines(std::string& out, std::span<const TextLine> lines,
         // The run being written: text in the same emphasis joins it.
         constexpr Emphasis kNoRun = ~Emphasis{0};
         Emphasis run = kNoRun;
-        for (std::size_t start = 0;;) {
-            const std::size_t at = FindFirstOf<'<', '{', '&'>(text, start);
-            if (at > start) {
-                const Emphasis emphasis = depths.Current();
-                if (run != emphasis) {
-                    if (run != kNoRun) {
-                        AppendClosingTags(out, run);
-                    }
-                    AppendOpeningTags(out, emphasis);
-                    run = emphasis;
+        auto appendText = [&](std::string_view piece, bool escaped) {
+            const Emphasis emphasis = depths.Current();
+            if (run != emphasis) {
+                if (run != kNoRun) {
+                    AppendClosingTags(out, run);
                 }
-                escape(out, text.substr(start, at - start));
+                AppendOpeningTags(out, emphasis);
+                run = emphasis;
+            }
+            if (escaped) {
+                escape(out, piece);
+            } else {
+                out.append(piece);
+            }
+        };
+        for (std::size_t start = 0;;) {
+            const std::size_t at = FindFirstOf<'<', '{', '&', '>'>(text, start);
+            if (at > start) {
+                appendText(text.substr(start, at - start), false);
             }
             if (at == text.size()) {
                 break;
+            }
+            if (text[at] == '>') {
+                appendText(text.substr(at, 1), true);
+                start = at + 1;
+                continue;
             }
             const auto tag = text[at] == '<' ? ReadEmphasisTag(text.substr(at)) : std::nullopt;
             if (!tag) {

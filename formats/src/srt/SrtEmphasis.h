@@ -66,7 +66,9 @@ private:
 // each run escaped by `escape` inside the tags AppendInStyleTags gives it, and
 // a '\n'. Returns false, having appended nothing, when a line holds '&', '{',
 // a '<' that starts no emphasis tag, or no text at all (a line the writers
-// drop with a loss): such cues take the general path.
+// drop with a loss): such cues take the general path. `escape` must change
+// no byte but '&', '<' and '>', each on its own: only a '>' is handed to it,
+// alone, as the rest of the text it would get holds none of them.
 bool AppendEmphasisLines(std::string& out, std::span<const TextLine> lines,
                          void (*escape)(std::string&, std::string_view));
 

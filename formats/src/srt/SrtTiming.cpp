@@ -113,31 +113,36 @@ std::int64_t UsualMilliseconds(const char* at) {
     return seconds * 1000 + f1 * 100 + f2 * 10 + f3;
 }
 
-// "HH:MM:SS,mmm --> HH:MM:SS,mmm" alone or followed by a space or tab.
-std::optional<CueTiming> UsualTiming(std::string_view line) {
+// "HH:MM:SS,mmm --> HH:MM:SS,mmm" alone or followed by a space or tab, into
+// `timing`; false for any other line. Filled in place: the timing of nearly
+// every cue passes here, and copies of it cost more than reading it.
+bool ReadUsualTiming(std::string_view line, CueTiming& timing) {
     constexpr std::size_t kLength = 29;
     if (line.size() < kLength || line.substr(12, 5) != " --> " ||
         (line.size() > kLength && line[kLength] != ' ' && line[kLength] != '\t')) {
-        return std::nullopt;
+        return false;
     }
     const std::int64_t begin = UsualMilliseconds(line.data());
     const std::int64_t end = UsualMilliseconds(line.data() + 17);
     if (begin < 0 || end < 0) {
-        return std::nullopt;
+        return false;
     }
     // TimeFromClock's sum, for three fraction digits: ticks per millisecond
     // are whole, and 100 hours are far within TickTime's range.
     static_assert(zelmediatypes::kTicksPerSecond % 1000 == 0);
     constexpr std::int64_t kTicksPerMs = zelmediatypes::kTicksPerSecond / 1000;
-    return CueTiming{zelmediatypes::TickTime(begin * kTicksPerMs),
-                     zelmediatypes::TickTime(end * kTicksPerMs), line.substr(0, kLength)};
+    timing.begin = zelmediatypes::TickTime(begin * kTicksPerMs);
+    timing.end = zelmediatypes::TickTime(end * kTicksPerMs);
+    timing.usualText = line.substr(0, kLength);
+    return true;
 }
 
 } // namespace
 
 std::variant<CueTiming, TimingError> ParseCueTiming(std::string_view line) {
-    if (const auto usual = UsualTiming(line)) {
-        return *usual;
+    std::variant<CueTiming, TimingError> timing;
+    if (ReadUsualTiming(line, std::get<CueTiming>(timing))) {
+        return timing;
     }
     TimingScanner scanner(line);
     scanner.SkipSpaces();

@@ -21,9 +21,25 @@ void AppendInStyleTags(std::string& out, const zelcaptioning::TextSpanAttributes
                        std::string_view text, void (*escape)(std::string&, std::string_view));
 
 // The tags AppendInStyleTags writes before and after a span's text, for a
-// writer that appends the text in pieces.
-void AppendOpeningTags(std::string& out, Emphasis emphasis);
-void AppendClosingTags(std::string& out, Emphasis emphasis);
+// writer that appends the text in pieces: indexed by the emphasis bits, bold
+// outermost and underline innermost.
+inline constexpr std::string_view kOpeningTags[] = {"",    "<b>",    "<i>",    "<b><i>",
+                                                    "<u>", "<b><u>", "<i><u>", "<b><i><u>"};
+inline constexpr std::string_view kClosingTags[] = {"",     "</b>",     "</i>",     "</i></b>",
+                                                    "</u>", "</u></b>", "</u></i>", "</u></i></b>"};
+static_assert(kEmphasisBold == 1 && kEmphasisItalic == 2 && kEmphasisUnderline == 4);
+
+inline void AppendOpeningTags(std::string& out, Emphasis emphasis) {
+    if (emphasis != 0) {
+        out += kOpeningTags[emphasis & 7];
+    }
+}
+
+inline void AppendClosingTags(std::string& out, Emphasis emphasis) {
+    if (emphasis != 0) {
+        out += kClosingTags[emphasis & 7];
+    }
+}
 
 // True when the attributes are the defaults but for bold, italic and
 // underline: a span both formats write whole, with no loss to note.

@@ -30,8 +30,15 @@ bool HasArrow(std::string_view line) {
     return false;
 }
 
+// A timing starts, after spaces and tabs, with a digit of its begin time: a
+// line that does not, as text lines mostly do not, is told without a scan.
 bool IsTiming(std::string_view line) {
-    return HasArrow(line) && std::holds_alternative<CueTiming>(ParseCueTiming(line));
+    std::size_t first = 0;
+    while (first < line.size() && (line[first] == ' ' || line[first] == '\t')) {
+        ++first;
+    }
+    return first < line.size() && line[first] >= '0' && line[first] <= '9' && HasArrow(line) &&
+           std::holds_alternative<CueTiming>(ParseCueTiming(line));
 }
 
 // The lines of a text one at a time, with the line after the current one in

@@ -42,7 +42,8 @@ bool IsTiming(std::string_view line) {
 }
 
 // The lines of a text one at a time, with the line after the current one in
-// view: a cue number is told by the line that follows it.
+// view: a cue number is told by the line that follows it. The two lines take
+// turns in two places instead of being copied from one to the other.
 class LineWindow {
 public:
     explicit LineWindow(std::string_view text)
@@ -51,13 +52,14 @@ public:
     }
 
     bool AtEnd() const { return count_ == 0; }
-    const TextLine& Current() const { return lines_[0]; }
+    const TextLine& Current() const { return lines_[current_]; }
     // The line after the current one, or nullptr at the last line.
-    const TextLine* Following() const { return count_ > 1 ? &lines_[1] : nullptr; }
+    const TextLine* Following() const { return count_ > 1 ? &lines_[current_ ^ 1] : nullptr; }
 
     void Advance() {
-        lines_[0] = lines_[1];
-        if (count_ == 2 && cursor_.Next(lines_[1])) {
+        const int passed = current_;
+        current_ ^= 1;
+        if (count_ == 2 && cursor_.Next(lines_[passed])) {
             return;
         }
         --count_;
@@ -66,6 +68,7 @@ public:
 private:
     LineCursor cursor_;
     TextLine lines_[2];
+    int current_ = 0;
     int count_ = 0;
 };
 
@@ -125,7 +128,8 @@ private:
             return;
         }
         const CueTiming& cueTiming = std::get<CueTiming>(timing);
-        const auto [begin, end] = std::pair(cueTiming.begin, cueTiming.end);
+        const zelmediatypes::TickTime begin = cueTiming.begin;
+        const zelmediatypes::TickTime end = cueTiming.end;
         if (end < begin) {
             log_.Warn(SourceLocation::AtLine(timingLine.number, 1),
                       "cue ends before it begins; kept as found");

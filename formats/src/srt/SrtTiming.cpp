@@ -114,8 +114,7 @@ std::int64_t UsualMilliseconds(const char* at) {
 }
 
 // "HH:MM:SS,mmm --> HH:MM:SS,mmm" alone or followed by a space or tab, into
-// `timing`; false for any other line. Filled in place: the timing of nearly
-// every cue passes here, and copies of it cost more than reading it.
+// `timing`; false for any other line.
 bool ReadUsualTiming(std::string_view line, CueTiming& timing) {
     constexpr std::size_t kLength = 29;
     if (line.size() < kLength || line.substr(12, 5) != " --> " ||
@@ -137,13 +136,8 @@ bool ReadUsualTiming(std::string_view line, CueTiming& timing) {
     return true;
 }
 
-} // namespace
-
-std::variant<CueTiming, TimingError> ParseCueTiming(std::string_view line) {
-    std::variant<CueTiming, TimingError> timing;
-    if (ReadUsualTiming(line, std::get<CueTiming>(timing))) {
-        return timing;
-    }
+// Any timing line, through the scanner.
+std::variant<CueTiming, TimingError> ScanTiming(std::string_view line) {
     TimingScanner scanner(line);
     scanner.SkipSpaces();
     const auto begin = ParseTime(scanner, "begin");
@@ -167,6 +161,18 @@ std::variant<CueTiming, TimingError> ParseCueTiming(std::string_view line) {
     }
     return CueTiming{
         std::get<zelmediatypes::TickTime>(begin), std::get<zelmediatypes::TickTime>(end), {}};
+}
+
+} // namespace
+
+std::variant<CueTiming, TimingError> ParseCueTiming(std::string_view line) {
+    // One object returned: the usual timing is written where the caller
+    // takes it, as copies of it cost more than reading it.
+    std::variant<CueTiming, TimingError> timing;
+    if (!ReadUsualTiming(line, std::get<CueTiming>(timing))) {
+        timing = ScanTiming(line);
+    }
+    return timing;
 }
 
 bool IsCueNumber(std::string_view line) {

@@ -178,6 +178,63 @@ std::string RandomSrt(std::mt19937& random, int cues) {
     return file;
 }
 
+// A SubRip file whose cues mostly hold only text and emphasis tags, which the
+// direct path writes straight from their lines: tags nested, crossed, stray,
+// repeated, left open across lines and in any case, lines of tags alone, '>'
+// in text, trailing blanks, and the timings and text beside them that send a
+// cue the general way (other times' forms, references, overrides, other
+// tags). Begin times never decrease.
+std::string EmphasisSrt(std::mt19937& random, int cues) {
+    static const std::vector<std::string> usual = {"word", " ",    "x > y", "Ünï ♪", "<i>", "</i>",
+                                                   "<b>",  "</b>", "<u>",   "</u>",  "<I>", "</B>",
+                                                   "</U>", "\t",   ">",     "<i><b>"};
+    static const std::vector<std::string> unusual = {
+        "&amp;", "&", "{\\an8}", "{x}", "<font color=red>", "</font>", "<", "<i", "<x>", "<b/>"};
+    static const std::vector<std::string> lineEnds = {"\n", "\r\n", "\r"};
+    std::uniform_int_distribution<int> percent(0, 99);
+    auto pick = [&random](const std::vector<std::string>& from) -> const std::string& {
+        return from[std::uniform_int_distribution<std::size_t>(0, from.size() - 1)(random)];
+    };
+    // Mostly HH:MM:SS,mmm; now and then a form read by the general scan, and
+    // past 100 hours after a jump.
+    auto clock = [&](std::int64_t ms) {
+        const int form = percent(random);
+        const long long hours = ms / 3600000;
+        char text[40];
+        std::snprintf(text, sizeof text,
+                      form < 4 ? "%lld:%02lld:%02lld%c%03lld0" : "%02lld:%02lld:%02lld%c%03lld",
+                      hours, static_cast<long long>(ms / 60000 % 60),
+                      static_cast<long long>(ms / 1000 % 60),
+                      form < 6 ? ':' : (form < 30 ? '.' : ','), static_cast<long long>(ms % 1000));
+        return std::string(text);
+    };
+    std::string file;
+    std::int64_t begin = 0;
+    for (int cue = 0; cue < cues; ++cue) {
+        const std::string& end = pick(lineEnds);
+        file += std::to_string(cue + 1) + end;
+        begin += std::uniform_int_distribution<std::int64_t>(0, 4000)(random) +
+                 (percent(random) < 1 ? 100 * 3600000 : 0);
+        const std::int64_t length = std::uniform_int_distribution<std::int64_t>(-200, 5000)(random);
+        file += clock(begin) + " --> " + clock(std::max<std::int64_t>(begin + length, 0)) +
+                (percent(random) < 5 ? " X1:1" : "") + end;
+        const int lines = std::uniform_int_distribution<int>(0, 3)(random);
+        for (int line = 0; line < lines; ++line) {
+            const int count = std::uniform_int_distribution<int>(1, 7)(random);
+            std::string text;
+            for (int k = 0; k < count; ++k) {
+                text += percent(random) < 2 ? pick(unusual) : pick(usual);
+            }
+            if (text.find_first_not_of(" \t") == std::string::npos) {
+                text = "y";
+            }
+            file += text + end;
+        }
+        file += end;
+    }
+    return file;
+}
+
 // A byte with odd parity, as CEA-608 sends it.
 int WithParity(int byte) {
     int ones = 0;
@@ -306,6 +363,26 @@ TEST(DirectConversion, SrtToWebVttMatchesTheModelPathOnRandomFiles) {
         const std::string bytes = RandomSrt(random, 1 + file % 40);
         SCOPED_TRACE("random file " + std::to_string(file));
         ASSERT_TRUE(SameAsModelPath(CaptionFileFormat::kSrt, CaptionFileFormat::kWebVtt, bytes));
+    }
+}
+
+// Cues of text and emphasis tags are written from their lines; the cues around
+// them, and the cues that turn out otherwise, the general way.
+TEST(DirectConversion, SrtToWebVttMatchesTheModelPathOnEmphasisedText) {
+    std::mt19937 random(11);
+    for (int file = 0; file < 300; ++file) {
+        const std::string bytes = EmphasisSrt(random, 1 + file % 30);
+        SCOPED_TRACE("emphasis file " + std::to_string(file));
+        ASSERT_TRUE(SameAsModelPath(CaptionFileFormat::kSrt, CaptionFileFormat::kWebVtt, bytes));
+    }
+    for (const char* text :
+         {"<i>a</i><i>b</i>", "<i>a<b></b>b</i>", "<b><i>x</i></b>", "<i><b>x</b></i>", "</i>a<i>b",
+          "<i>a\nb</i>c", "<u></u>\nz", "<i></i>", "a <i> </i> b", "a>b>>", "x \t<i>",
+          "<I>y</i>z</I>", "<b><b>w</b>v</b>u"}) {
+        SCOPED_TRACE(text);
+        EXPECT_TRUE(SameAsModelPath(CaptionFileFormat::kSrt, CaptionFileFormat::kWebVtt,
+                                    std::string("1\n00:00:01,000 --> 00:00:02,000\n") + text +
+                                        "\n\n2\n00:00:03.000 --> 00:00:04,000\nafter\n"));
     }
 }
 

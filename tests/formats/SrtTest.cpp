@@ -121,6 +121,21 @@ TEST(SrtReader, ToleratesNumberingAndLineEndsFoundInTheWild) {
     }
 }
 
+// A timing line ends the text before it, however far it is indented; lines
+// that hold "-->" but are no timing stay text.
+TEST(SrtReader, EndsCueTextAtATimingLineHoweverIndented) {
+    const ReadResult result = ReadSrt("1\n00:00:01,000 --> 00:00:02,000\nHello\n"
+                                      " \t00:00:03,000 --> 00:00:04,000\nWorld\nA --> B\n-->\n"
+                                      "5 --> 6\n\t 0:00:05 -->\n");
+    ASSERT_TRUE(result.Succeeded());
+    EXPECT_THAT(Messages(result.warnings), ElementsAre());
+    ASSERT_EQ(result.captions.size(), 2u);
+    EXPECT_THAT(test::LinesOf(*result.captions[0]), ElementsAre("Hello"));
+    EXPECT_EQ(test::MillisecondsOf(result.captions[1]->GetBeginTime()), 3000);
+    EXPECT_THAT(test::LinesOf(*result.captions[1]),
+                ElementsAre("World", "A --> B", "-->", "5 --> 6", "\t 0:00:05 -->"));
+}
+
 // The usual "HH:MM:SS,mmm --> HH:MM:SS,mmm" line is read by a shortcut; the
 // same times spelled any other way take the general scan. Both must give the
 // same ticks, and what the shortcut must not take still fails as before.

@@ -4,6 +4,7 @@
 #include "scc/SccTimecode.h"
 #include "srt/SrtCueReader.h"
 #include "srt/SrtCueWriter.h"
+#include "srt/SrtEmphasis.h"
 #include "webvtt/VttCueWriter.h"
 
 namespace captionformats {
@@ -73,11 +74,30 @@ public:
         ++cues_;
     }
 
+    // A cue whose lines hold only text and emphasis tags is written straight
+    // from them, without gathering its text; any other is left to Cue.
+    bool CueLines(const srt::CueTiming& timing, std::span<const TextLine> lines) override {
+        if (outOfOrder_ || (cues_ > 0 && timing.begin < previousBegin_) ||
+            !writer_.WriteOpenCaptionLines(
+                timing.begin, timing.end, timing.usualText, unplaced_, !lines.empty(),
+                [lines](std::string& out, void (*escape)(std::string&, std::string_view)) {
+                    return srt::AppendEmphasisLines(out, lines, escape);
+                },
+                cues_)) {
+            return false;
+        }
+        out_.CaptionWritten();
+        previousBegin_ = timing.begin;
+        ++cues_;
+        return true;
+    }
+
     bool OutOfOrder() const { return outOfOrder_; }
 
 private:
     Output& out_;
     webvtt::VttCueWriter writer_;
+    const ParagraphStyleAttributes unplaced_; // a cue's lines without {\anN}
     std::size_t cues_ = 0;
     zelmediatypes::TickTime previousBegin_;
     bool outOfOrder_ = false;

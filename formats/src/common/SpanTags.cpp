@@ -4,28 +4,12 @@ namespace captionformats {
 
 void AppendInStyleTags(std::string& out, const zelcaptioning::TextSpanAttributes& attributes,
                        std::string_view text, void (*escape)(std::string&, std::string_view)) {
-    const bool bold = attributes.IsBolded();
-    const bool italic = attributes.IsItalicized();
-    const bool underline = attributes.IsUnderlined();
-    if (bold) {
-        out += "<b>";
-    }
-    if (italic) {
-        out += "<i>";
-    }
-    if (underline) {
-        out += "<u>";
-    }
+    const Emphasis emphasis = (attributes.IsBolded() ? kEmphasisBold : 0) |
+                              (attributes.IsItalicized() ? kEmphasisItalic : 0) |
+                              (attributes.IsUnderlined() ? kEmphasisUnderline : 0);
+    AppendOpeningTags(out, emphasis);
     escape(out, text);
-    if (underline) {
-        out += "</u>";
-    }
-    if (italic) {
-        out += "</i>";
-    }
-    if (bold) {
-        out += "</b>";
-    }
+    AppendClosingTags(out, emphasis);
 }
 
 bool OnlyEmphasis(const zelcaptioning::TextSpanAttributes& attributes) {

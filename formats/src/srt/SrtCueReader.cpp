@@ -30,12 +30,20 @@ bool HasArrow(std::string_view line) {
     return false;
 }
 
+// A timing starts, after spaces and tabs, with a digit of its begin time: a
+// line that does not, as text lines mostly do not, is told without a scan.
 bool IsTiming(std::string_view line) {
-    return HasArrow(line) && std::holds_alternative<CueTiming>(ParseCueTiming(line));
+    std::size_t first = 0;
+    while (first < line.size() && (line[first] == ' ' || line[first] == '\t')) {
+        ++first;
+    }
+    return first < line.size() && line[first] >= '0' && line[first] <= '9' && HasArrow(line) &&
+           std::holds_alternative<CueTiming>(ParseCueTiming(line));
 }
 
 // The lines of a text one at a time, with the line after the current one in
-// view: a cue number is told by the line that follows it.
+// view: a cue number is told by the line that follows it. The two lines take
+// turns in two places instead of being copied from one to the other.
 class LineWindow {
 public:
     explicit LineWindow(std::string_view text)
@@ -44,13 +52,14 @@ public:
     }
 
     bool AtEnd() const { return count_ == 0; }
-    const TextLine& Current() const { return lines_[0]; }
+    const TextLine& Current() const { return lines_[current_]; }
     // The line after the current one, or nullptr at the last line.
-    const TextLine* Following() const { return count_ > 1 ? &lines_[1] : nullptr; }
+    const TextLine* Following() const { return count_ > 1 ? &lines_[current_ ^ 1] : nullptr; }
 
     void Advance() {
-        lines_[0] = lines_[1];
-        if (count_ == 2 && cursor_.Next(lines_[1])) {
+        const int passed = current_;
+        current_ ^= 1;
+        if (count_ == 2 && cursor_.Next(lines_[passed])) {
             return;
         }
         --count_;
@@ -59,6 +68,7 @@ public:
 private:
     LineCursor cursor_;
     TextLine lines_[2];
+    int current_ = 0;
     int count_ = 0;
 };
 
@@ -73,8 +83,12 @@ public:
     std::size_t Run() {
         while (!lines_.AtEnd()) {
             const TextLine& line = lines_.Current();
-            if (IsBlank(line.text) || StartsCue()) {
+            if (IsBlank(line.text)) {
                 lines_.Advance();
+            } else if (StartsCue()) {
+                // The next line, holding "-->", is neither blank nor a cue number.
+                lines_.Advance();
+                ReadCue();
             } else if (HasArrow(line.text)) {
                 ReadCue();
             } else {
@@ -113,27 +127,36 @@ private:
             }
             return;
         }
-        const auto& [begin, end] = std::get<CueTiming>(timing);
+        const CueTiming& cueTiming = std::get<CueTiming>(timing);
+        const zelmediatypes::TickTime begin = cueTiming.begin;
+        const zelmediatypes::TickTime end = cueTiming.end;
         if (end < begin) {
             log_.Warn(SourceLocation::AtLine(timingLine.number, 1),
                       "cue ends before it begins; kept as found");
         }
+        // The cue's lines are kept for the sink to take whole or for parsing.
+        cueLines_.clear();
+        for (; !lines_.AtEnd() && InCueText(); lines_.Advance()) {
+            cueLines_.push_back(lines_.Current());
+        }
+        ++cues_;
+        if (sink_.CueLines(cueTiming, cueLines_)) {
+            return;
+        }
         // One builder for every cue keeps its storage; each cue takes all it gathered.
         SrtCueText cueText(builder_, log_);
-        std::size_t textLines = 0;
-        for (; !lines_.AtEnd() && InCueText(); lines_.Advance()) {
-            if (textLines++ > 0) {
+        for (std::size_t line = 0; line < cueLines_.size(); ++line) {
+            if (line > 0) {
                 builder_.BreakLine();
             }
-            cueText.ParseLine(lines_.Current().text, lines_.Current().number);
+            cueText.ParseLine(cueLines_[line].text, cueLines_[line].number);
         }
         ParagraphStyleAttributes style;
         if (const auto keypad = cueText.KeypadPosition()) {
             style.SetAnchorID(AnchorFromKeypad(*keypad));
             style.SetTextAlignment(AlignmentOfColumn(style.GetAnchorID()));
         }
-        sink_.Cue(begin, end, style, builder_, textLines > 0 ? builder_.LineCount() : 0);
-        ++cues_;
+        sink_.Cue(begin, end, style, builder_, cueLines_.empty() ? 0 : builder_.LineCount());
     }
 
     LineWindow lines_;
@@ -141,6 +164,7 @@ private:
     CueSink& sink_;
     std::size_t cues_ = 0;
     CaptionTextBuilder builder_;
+    std::vector<TextLine> cueLines_;
 };
 
 } // namespace

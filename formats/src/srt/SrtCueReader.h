@@ -2,7 +2,10 @@
 
 #include "common/CaptionTextBuilder.h"
 #include "common/DiagnosticLog.h"
+#include "common/TextInput.h"
+#include "srt/SrtTiming.h"
 
+#include <span>
 #include <string_view>
 
 namespace captionformats::srt {
@@ -16,6 +19,13 @@ public:
     virtual void Cue(zelmediatypes::TickTime begin, zelmediatypes::TickTime end,
                      const zelcaptioning::ParagraphStyleAttributes& style, CaptionTextBuilder& text,
                      std::size_t lineCount) = 0;
+    // Offered each cue's text lines as they stand in the file, before they
+    // are parsed (none for a cue without text). A sink that takes the cue
+    // from them returns true, and Cue is not called for it; one that declines
+    // must be as it was before the call.
+    virtual bool CueLines(const CueTiming& /*timing*/, std::span<const TextLine> /*lines*/) {
+        return false;
+    }
 };
 
 // Reads a SubRip file (see SrtReader) into `sink`, its findings into `log`;

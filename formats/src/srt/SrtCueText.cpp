@@ -73,9 +73,10 @@ std::optional<std::string_view> AttributeValue(std::string_view attributes, std:
 } // namespace
 
 void SrtCueText::Restyle() {
-    current_.SetBolded(boldDepth_ > 0);
-    current_.SetItalicized(italicDepth_ > 0);
-    current_.SetUnderlined(underlineDepth_ > 0);
+    const Emphasis emphasis = emphasis_.Current();
+    current_.SetBolded((emphasis & kEmphasisBold) != 0);
+    current_.SetItalicized((emphasis & kEmphasisItalic) != 0);
+    current_.SetUnderlined((emphasis & kEmphasisUnderline) != 0);
     current_.textColor = colorStack_.empty() ? kPlainTextColor : colorStack_.back();
 }
 
@@ -123,30 +124,14 @@ void SrtCueText::ParseLine(std::string_view line, std::uint64_t lineNumber) {
     flushText(line.size());
 }
 
-int* SrtCueText::EmphasisDepth(char name) {
-    switch (LowercaseAscii(name)) {
-    case 'b':
-        return &boldDepth_;
-    case 'i':
-        return &italicDepth_;
-    case 'u':
-        return &underlineDepth_;
-    default:
-        return nullptr;
-    }
-}
-
 std::size_t SrtCueText::ParseEmphasisTag(std::string_view text) {
-    const bool closing = text.size() > 1 && text[1] == '/';
-    const std::size_t name = closing ? 2 : 1;
-    int* depth =
-        name + 1 < text.size() && text[name + 1] == '>' ? EmphasisDepth(text[name]) : nullptr;
-    if (depth == nullptr) {
+    const auto tag = ReadEmphasisTag(text);
+    if (!tag) {
         return 0;
     }
-    *depth = std::max(0, *depth + (closing ? -1 : 1));
+    emphasis_.Change(tag->name, tag->closing);
     Restyle();
-    return name + 2;
+    return tag->length;
 }
 
 std::size_t SrtCueText::ParseTag(std::string_view text, std::uint64_t lineNumber,
@@ -170,9 +155,13 @@ std::size_t SrtCueText::ParseTag(std::string_view text, std::uint64_t lineNumber
     }
     const std::string_view name = body.substr(0, nameLength);
     const std::string_view attributes = body.substr(nameLength);
-    if (int* depth = nameLength == 1 ? EmphasisDepth(name.front()) : nullptr) {
-        *depth = std::max(0, *depth + (closing ? -1 : 1));
-    } else if (IsTagName(name, "font")) {
+    // An emphasis tag with attributes counts as one without.
+    const bool emphasis = nameLength == 1 && emphasis_.Change(name.front(), closing);
+    if (emphasis) {
+        Restyle();
+        return close + 1;
+    }
+    if (IsTagName(name, "font")) {
         if (closing) {
             if (!colorStack_.empty()) {
                 colorStack_.pop_back();

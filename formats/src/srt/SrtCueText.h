@@ -2,6 +2,7 @@
 
 #include "common/CaptionTextBuilder.h"
 #include "common/DiagnosticLog.h"
+#include "srt/SrtEmphasis.h"
 
 #include <optional>
 #include <string_view>
@@ -26,13 +27,10 @@ public:
 
 private:
     // Each returns the bytes it consumed, 0 when the text there is no tag.
-    // ParseEmphasisTag reads only <b>, <i>, <u> and their closing tags, in
-    // any case: nearly every tag a file holds, taken without the tag scan.
+    // ParseEmphasisTag reads only emphasis tags, without the tag scan.
     std::size_t ParseEmphasisTag(std::string_view text);
     std::size_t ParseTag(std::string_view text, std::uint64_t lineNumber, std::size_t column);
     std::size_t ParseOverride(std::string_view text, std::uint64_t lineNumber, std::size_t column);
-    // The open-tag count of emphasis tag `name` (b, i or u in any case), or nullptr.
-    int* EmphasisDepth(char name);
     void ApplyFontTag(std::string_view attributes, std::uint64_t lineNumber, std::size_t column);
     // The style the open tags give, recomputed whenever a tag opens or closes.
     const zelcaptioning::TextSpanAttributes& CurrentAttributes() const { return current_; }
@@ -40,9 +38,7 @@ private:
 
     CaptionTextBuilder& builder_;
     DiagnosticLog& log_;
-    int boldDepth_ = 0;
-    int italicDepth_ = 0;
-    int underlineDepth_ = 0;
+    EmphasisDepths emphasis_;
     std::vector<zelcaptioning::CaptioningColor> colorStack_;
     std::optional<int> keypadPosition_;
     zelcaptioning::TextSpanAttributes current_;

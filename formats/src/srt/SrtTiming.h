@@ -12,6 +12,11 @@ namespace captionformats::srt {
 struct CueTiming {
     zelmediatypes::TickTime begin;
     zelmediatypes::TickTime end;
+    // The line's first 29 bytes when it has the usual form "HH:MM:SS,mmm -->
+    // HH:MM:SS,mmm" (',' or '.' before the milliseconds), else empty: whole
+    // milliseconds and hours below 100, the times as a writer that prints
+    // HH:MM:SS and three digits of milliseconds prints them.
+    std::string_view usualText;
 };
 
 struct TimingError {

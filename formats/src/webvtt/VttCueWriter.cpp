@@ -20,7 +20,9 @@ constexpr SpanCapabilities kVttKeeps{.bold = true,
                                      .textOpacity = true,
                                      .backgroundColor = true};
 
-void AppendEscaped(std::string& out, std::string_view text) {
+} // namespace
+
+void VttCueWriter::AppendEscaped(std::string& out, std::string_view text) {
     std::size_t start = 0;
     for (std::size_t at = 0; (at = FindFirstOf<'&', '<', '>'>(text, at)) < text.size(); ++at) {
         out.append(text.substr(start, at - start));
@@ -32,14 +34,19 @@ void AppendEscaped(std::string& out, std::string_view text) {
     out.append(text.substr(start));
 }
 
-} // namespace
-
 void VttCueWriter::StartCue(zelmediatypes::TickTime begin, zelmediatypes::TickTime end,
-                            CaptionType type, std::size_t index) {
+                            CaptionType type, std::size_t index, std::string_view clockText) {
     BeginCue(begin, type, index);
-    AppendClockMilliseconds(out_, begin, '.');
-    out_ += " --> ";
-    AppendClockMilliseconds(out_, end, '.');
+    if (clockText.empty()) {
+        AppendClockMilliseconds(out_, begin, '.');
+        out_ += " --> ";
+        AppendClockMilliseconds(out_, end, '.');
+        return;
+    }
+    const std::size_t at = out_.size();
+    out_ += clockText;
+    out_[at + 8] = '.';
+    out_[at + 25] = '.';
 }
 
 void VttCueWriter::Write(const Caption& caption, std::size_t index) {
@@ -111,16 +118,22 @@ std::string VttCueWriter::SettingsOf(const ParagraphStyleAttributes& style,
     return settings;
 }
 
-const std::string& VttCueWriter::OpenCaptionSettings(const ParagraphStyleAttributes& style) {
+const VttCueWriter::OpenPlacement&
+VttCueWriter::OpenPlacementOf(const ParagraphStyleAttributes& style) {
     if (!lastOpenPlacement_ || lastOpenPlacement_->style != style) {
         OpenPlacement placement{style, {}, {}};
         placement.settings = SettingsOfPlacement(style, kPosition_Uninitialized, placement.losses);
         lastOpenPlacement_ = std::move(placement);
     }
-    for (const std::string& note : lastOpenPlacement_->losses) {
+    return *lastOpenPlacement_;
+}
+
+const std::string& VttCueWriter::OpenCaptionSettings(const ParagraphStyleAttributes& style) {
+    const OpenPlacement& placement = OpenPlacementOf(style);
+    for (const std::string& note : placement.losses) {
         Lose(note);
     }
-    return lastOpenPlacement_->settings;
+    return placement.settings;
 }
 
 void VttCueWriter::AppendSpan(const TextSpanAttributes& attributes, std::string_view utf8) {

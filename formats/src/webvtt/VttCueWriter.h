@@ -30,22 +30,63 @@ public:
                           const zelcaptioning::ParagraphStyleAttributes& style,
                           const CaptionTextBuilder& text, std::size_t lineCount, std::size_t index);
 
-private:
-    void StartCue(zelmediatypes::TickTime begin, zelmediatypes::TickTime end,
-                  zelcaptioning::CaptionType type, std::size_t index);
-    std::string Settings(const zelcaptioning::Caption& caption);
-    std::string SettingsOf(const zelcaptioning::ParagraphStyleAttributes& style,
-                           const zelcaptioning::Position& firstLinePosition);
-    // SettingsOf for unplaced lines of `style`, kept from the caption before
-    // when its style was the same: the cues of a file are mostly placed alike.
-    const std::string& OpenCaptionSettings(const zelcaptioning::ParagraphStyleAttributes& style);
-    void AppendSpan(const zelcaptioning::TextSpanAttributes& attributes, std::string_view utf8);
+    // The same caption when its lines need no loss noted and `appendLines`
+    // writes them itself: called as appendLines(out, escape), it appends each
+    // line's spans in the markup of AppendInStyleTags, escaped by `escape`,
+    // and a '\n' after each line. Returns false, having written and noted
+    // nothing, when the cue's time or placement costs a loss or appendLines
+    // returns false (having appended nothing); WriteOpenCaption then takes it.
+    // `clockText`, when not empty, is begin and end as "HH:MM:SS?mmm -->
+    // HH:MM:SS?mmm" with any byte for '?': copied instead of formatted.
+    template <typename AppendLines>
+    bool WriteOpenCaptionLines(zelmediatypes::TickTime begin, zelmediatypes::TickTime end,
+                               std::string_view clockText,
+                               const zelcaptioning::ParagraphStyleAttributes& style, bool hasLines,
+                               AppendLines&& appendLines, std::size_t index) {
+        const OpenPlacement& placement = OpenPlacementOf(style);
+        if (begin < zelmediatypes::kTime_Zero || (hasLines && !placement.losses.empty())) {
+            return false;
+        }
+        const std::size_t mark = out_.size();
+        StartCue(begin, end, zelcaptioning::kCaptionType_Open, index, clockText);
+        if (hasLines) {
+            out_ += placement.settings;
+        }
+        out_ += '\n';
+        if (!appendLines(out_, &AppendEscaped)) {
+            out_.resize(mark);
+            return false;
+        }
+        out_ += '\n';
+        return true;
+    }
 
+    // WebVTT's escaping of cue text: '&', '<' and '>' as character references.
+    static void AppendEscaped(std::string& out, std::string_view text);
+
+private:
     struct OpenPlacement {
         zelcaptioning::ParagraphStyleAttributes style;
         std::string settings;
         std::vector<std::string> losses; // noted again for every caption placed so
     };
+
+    // The cue's timing line but for its settings; `clockText` as for
+    // WriteOpenCaptionLines.
+    void StartCue(zelmediatypes::TickTime begin, zelmediatypes::TickTime end,
+                  zelcaptioning::CaptionType type, std::size_t index,
+                  std::string_view clockText = {});
+    std::string Settings(const zelcaptioning::Caption& caption);
+    std::string SettingsOf(const zelcaptioning::ParagraphStyleAttributes& style,
+                           const zelcaptioning::Position& firstLinePosition);
+    // The settings and losses of unplaced lines of `style`, kept from the
+    // caption before when its style was the same: the cues of a file are
+    // mostly placed alike.
+    const OpenPlacement& OpenPlacementOf(const zelcaptioning::ParagraphStyleAttributes& style);
+    // SettingsOf for unplaced lines of `style`.
+    const std::string& OpenCaptionSettings(const zelcaptioning::ParagraphStyleAttributes& style);
+    void AppendSpan(const zelcaptioning::TextSpanAttributes& attributes, std::string_view utf8);
+
     std::optional<OpenPlacement> lastOpenPlacement_;
 };
 

@@ -1,12 +1,14 @@
 #pragma once
 
 #include "common/CaptionTextBuilder.h"
+#include "scc/Cea608Characters.h"
 #include "scc/Cea608Code.h"
 #include "zelcaptioning/CaptionTextParagraph.h"
 
 #include <array>
 #include <bit>
 #include <cstdint>
+#include <span>
 #include <utility>
 #include <vector>
 
@@ -58,18 +60,44 @@ public:
             }
         }
     }
-    // Two characters side by side, as a pair of basic characters comes.
-    void WritePair(int row, int column, char32_t first, char32_t second, CellStyle style) {
-        if (row >= 1 && row <= kRows && column >= 0 && column + 1 < kColumns) {
-            Row& cells = rows_[static_cast<std::size_t>(row)];
-            cells.cells[static_cast<std::size_t>(column)] = {first, style};
-            cells.cells[static_cast<std::size_t>(column) + 1] = {second, style};
-            cells.written |= 3U << column;
-            touched_ |= 1U << row;
-        } else {
-            Write(row, column, first, style);
-            Write(row, column + 1, second, style);
+    // Writes the basic characters of `pairs` (bytes with parity bits, first
+    // byte high) from `column` of `row` on, moving `column` past them, as long
+    // as a pair is two basic characters (BasicCharacterWithParity) or one and
+    // padding (0x80) and starts before the last column; returns how many
+    // pairs it wrote. This is the bulk of any file's traffic.
+    std::size_t WriteBasic(int row, int& column, std::span<const std::uint16_t> pairs,
+                           CellStyle style) {
+        if (row < 1 || row > kRows || column < 0) {
+            return 0;
         }
+        Row& cells = rows_[static_cast<std::size_t>(row)];
+        std::uint32_t written = cells.written;
+        int at = column;
+        std::size_t count = 0;
+        for (; count < pairs.size() && at + 1 < kColumns; ++count) {
+            const std::uint16_t pair = pairs[count];
+            const char32_t first = BasicCharacterWithParity(static_cast<std::uint8_t>(pair >> 8));
+            const char32_t second = BasicCharacterWithParity(static_cast<std::uint8_t>(pair));
+            const bool padded = (pair & 0xFF) == 0x80;
+            if (first == 0 || (second == 0 && !padded)) {
+                break;
+            }
+            cells.cells[static_cast<std::size_t>(at)] = {first, style};
+            if (padded) {
+                written |= 1U << at;
+                at += 1;
+            } else {
+                cells.cells[static_cast<std::size_t>(at) + 1] = {second, style};
+                written |= 3U << at;
+                at += 2;
+            }
+        }
+        if (count > 0) {
+            cells.written = written;
+            touched_ |= 1U << row;
+            column = at;
+        }
+        return count;
     }
     void Erase(int row, int column);
     void EraseFrom(int row, int column);

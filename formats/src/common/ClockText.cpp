@@ -47,15 +47,19 @@ std::string FormatClockMilliseconds(TickTime time, char fractionSeparator) {
 }
 
 void AppendClockMilliseconds(std::string& out, TickTime time, char fractionSeparator) {
+    char text[kClockTextBytes];
+    out.append(text, CopyClockMilliseconds(text, time, fractionSeparator));
+}
+
+char* CopyClockMilliseconds(char* to, TickTime time, char fractionSeparator) {
     const std::int64_t milliseconds = std::max<std::int64_t>(RoundToMilliseconds(time), 0);
     const std::int64_t totalSeconds = milliseconds / 1000;
     const std::int64_t hours = totalSeconds / 3600;
-    char text[40];
-    char* end = text;
+    char* end = to;
     if (hours < 10) {
         *end++ = '0';
     }
-    end = std::to_chars(end, text + sizeof text, hours).ptr;
+    end = std::to_chars(end, to + kClockTextBytes, hours).ptr;
     auto digits = [&end](std::int64_t value, int count) {
         for (int place = count - 1; place >= 0; --place) {
             end[place] = static_cast<char>('0' + value % 10);
@@ -69,7 +73,7 @@ void AppendClockMilliseconds(std::string& out, TickTime time, char fractionSepar
     digits(totalSeconds % 60, 2);
     *end++ = fractionSeparator;
     digits(milliseconds % 1000, 3);
-    out.append(text, end);
+    return end;
 }
 
 } // namespace captionformats

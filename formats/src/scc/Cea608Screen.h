@@ -9,6 +9,7 @@
 #include <bit>
 #include <cstdint>
 #include <span>
+#include <string>
 #include <utility>
 #include <vector>
 
@@ -110,14 +111,32 @@ public:
     // Moves the rows of a roll-up window so that its base row becomes `newBase`.
     void MoveWindow(int oldBase, int newBase, int depth);
 
+    // A caption's rows as lines of UTF-8 text in runs of one cell style, for
+    // a writer that takes them without the caption model. Kept from caption
+    // to caption, it keeps its storage.
+    struct Lines {
+        struct Run {
+            std::size_t end; // in `text`; the run starts where the one before ends
+            CellStyle style;
+        };
+        std::string text;
+        std::vector<Run> runs;             // adjacent runs of a line differ in style
+        std::vector<std::size_t> lineEnds; // the end of each line in `runs`
+
+        void Clear() {
+            text.clear();
+            runs.clear();
+            lineEnds.clear();
+        }
+    };
+
     // One paragraph per row that holds anything, top to bottom, placed on the
     // 32 × 15 grid at the row's first cell (x = column / 32, y = (row - 1) / 15),
     // free and left-aligned; gaps inside a row become spaces.
     std::vector<zelcaptioning::CaptionTextParagraphPtr> ToParagraphs() const;
-    // The same rows as lines of `text` (which must be empty), for a writer
-    // that takes them without the caption model; returns their count. Each
+    // The same rows, as the paragraphs hold them, appended to `lines`. Each
     // line's paragraph style is LineStyle().
-    std::size_t AppendLines(CaptionTextBuilder& text) const;
+    void AppendLines(Lines& lines) const;
     static zelcaptioning::ParagraphStyleAttributes LineStyle();
 
 private:
@@ -140,7 +159,7 @@ private:
     using Beyond = std::vector<std::pair<int, Cell>>;
     static Beyond::iterator CellBeyond(Beyond& cells, int column);
     static void WriteBeyond(Row& row, int column, const Cell& cell);
-    static void AppendRow(const Row& row, CaptionTextBuilder& text);
+    static void AppendRow(const Row& row, Lines& lines);
 
     // Marks exactly the rows that hold cells, as after a roll-up.
     void MarkRowsHoldingCells();

@@ -6,6 +6,8 @@
 #include "common/KeypadAnchor.h"
 #include "common/SpanTags.h"
 
+#include <algorithm>
+#include <array>
 #include <charconv>
 
 namespace captionformats::srt {
@@ -17,25 +19,51 @@ namespace {
 constexpr SpanCapabilities kSrtKeeps{
     .bold = true, .italic = true, .underline = true, .textColor = true};
 
-// Escapes what the reader would take for markup: '&', '<', '>' and the '{' of
-// an override block. Text without them, the usual case, is appended whole.
-void AppendEscaped(std::string& out, std::string_view text) {
+// The escape of the byte at `at` of `text` when the reader would take it for
+// markup: '&', '<', '>' and the '{' of an override block; else nullptr.
+const char* EscapeAt(std::string_view text, std::size_t at) {
+    const char c = text[at];
+    return c == '&'                                       ? "&amp;"
+           : c == '<'                                     ? "&lt;"
+           : c == '>'                                     ? "&gt;"
+           : at + 1 < text.size() && text[at + 1] == '\\' ? "&#123;"
+                                                          : nullptr;
+}
+
+constexpr std::size_t kWidestEscape = 6; // "&#123;"
+
+template <std::size_t Size> char* CopyText(char* to, const char (&text)[Size]) {
+    return std::copy(text, text + Size - 1, to);
+}
+
+char* CopyText(char* to, std::string_view text) {
+    return std::copy(text.begin(), text.end(), to);
+}
+
+// Copies `text` escaped (EscapeAt) to `to`, which has room for kWidestEscape
+// bytes a byte; returns the end of the copy. Text without markup, the usual
+// case, is copied whole.
+char* CopyEscaped(char* to, std::string_view text) {
     std::size_t start = 0;
     for (std::size_t at = 0; (at = FindFirstOf<'&', '<', '>', '{'>(text, at)) < text.size(); ++at) {
-        const char c = text[at];
-        const char* escape = c == '&'                                       ? "&amp;"
-                             : c == '<'                                     ? "&lt;"
-                             : c == '>'                                     ? "&gt;"
-                             : at + 1 < text.size() && text[at + 1] == '\\' ? "&#123;"
-                                                                            : nullptr;
-        if (escape != nullptr) {
-            out.append(text.substr(start, at - start));
-            out += escape;
+        if (const char* escape = EscapeAt(text, at)) {
+            to = CopyText(to, text.substr(start, at - start));
+            to = CopyText(to, escape);
             start = at + 1;
         }
     }
-    out.append(text.substr(start));
+    return CopyText(to, text.substr(start));
 }
+
+// The most bytes a span's markup takes beside its escaped text: a colour's
+// font tags and the style tags.
+constexpr std::size_t kSpanMarkupBytes =
+    std::string_view("<font color=\"#rrggbb\"></font>").size() + kStyleTagBytes;
+
+// The most bytes a cue's number and timing lines take, and the line end
+// after each line of text and after the cue.
+constexpr std::size_t kCueHeadBytes = 20 + 2 + 2 * kClockTextBytes + 5 + 2;
+constexpr std::size_t kLineEndBytes = 2;
 
 bool IsBlankText(std::string_view text) {
     return text.find_first_not_of(" \t") == std::string_view::npos;
@@ -43,21 +71,21 @@ bool IsBlankText(std::string_view text) {
 
 } // namespace
 
-void SrtCueWriter::StartCue(zelmediatypes::TickTime begin, zelmediatypes::TickTime end,
-                            CaptionType type, std::size_t index) {
-    BeginCue(begin, type, index);
-    char number[24];
-    const char* const numberEnd = std::to_chars(number, number + sizeof number, index + 1).ptr;
-    out_.append(number, static_cast<std::size_t>(numberEnd - number));
-    out_ += "\r\n";
-    AppendClockMilliseconds(out_, begin, ',');
-    out_ += " --> ";
-    AppendClockMilliseconds(out_, end, ',');
-    out_ += "\r\n";
+char* SrtCueWriter::CopyCueHead(char* to, zelmediatypes::TickTime begin,
+                                zelmediatypes::TickTime end, std::size_t index) {
+    to = std::to_chars(to, to + 20, index + 1).ptr;
+    to = CopyText(to, "\r\n");
+    to = CopyClockMilliseconds(to, begin, ',');
+    to = CopyText(to, " --> ");
+    to = CopyClockMilliseconds(to, end, ',');
+    return CopyText(to, "\r\n");
 }
 
 void SrtCueWriter::Write(const Caption& caption, std::size_t index) {
-    StartCue(caption.GetBeginTime(), caption.GetEndTime(), caption.GetCaptionType(), index);
+    BeginCue(caption.GetBeginTime(), caption.GetCaptionType(), index);
+    Reserved(kCueHeadBytes, [&](char* to) {
+        return CopyCueHead(to, caption.GetBeginTime(), caption.GetEndTime(), index);
+    });
     std::string placement;
     if (caption.GetNumParagraphs() > 0) {
         const ParagraphStyleAttributes style =
@@ -80,37 +108,51 @@ void SrtCueWriter::Write(const Caption& caption, std::size_t index) {
         placement.clear();
         for (std::uint64_t s = 0; s < paragraph.GetNumSpans(); ++s) {
             const CaptionTextSpan& span = *paragraph.GetCaptionTextSpan(s);
-            AppendSpan(span.StyleAttributes(), zelcore::ToUTF8(span.GetCaptionText()));
+            const std::string utf8 = zelcore::ToUTF8(span.GetCaptionText());
+            Reserved(kSpanMarkupBytes + kWidestEscape * utf8.size(),
+                     [&](char* to) { return CopySpan(to, span.StyleAttributes(), utf8); });
         }
         out_ += "\r\n";
     }
     out_ += "\r\n";
 }
 
-void SrtCueWriter::WriteLines(zelmediatypes::TickTime begin, zelmediatypes::TickTime end,
+void SrtCueWriter::WriteSpans(zelmediatypes::TickTime begin, zelmediatypes::TickTime end,
                               CaptionType type, const ParagraphStyleAttributes& style,
-                              const CaptionTextBuilder& text, std::size_t lineCount,
+                              std::span<const Span> spans, std::span<const std::size_t> lineEnds,
                               std::size_t index) {
-    StartCue(begin, end, type, index);
-    std::string placement = lineCount > 0 ? PlacementTag(style) : std::string();
-    for (std::size_t line = 0; line < lineCount; ++line) {
-        const std::span<const CaptionTextBuilder::Run> runs = text.LineRuns(line);
-        bool blank = true;
-        for (const CaptionTextBuilder::Run& run : runs) {
-            blank = blank && IsBlankText(run.utf8);
-        }
-        if (blank) {
-            Lose("empty line dropped");
-            continue;
-        }
-        out_ += placement;
-        placement.clear();
-        for (const CaptionTextBuilder::Run& run : runs) {
-            AppendSpan(run.attributes, run.utf8);
-        }
-        out_ += "\r\n";
+    BeginCue(begin, type, index);
+    const std::string placement = lineEnds.empty() ? std::string() : PlacementTag(style);
+    // The whole cue is written in room for the most it can take.
+    std::size_t most =
+        kCueHeadBytes + kLineEndBytes + lineEnds.size() * (placement.size() + kLineEndBytes);
+    for (const Span& span : spans) {
+        most += kSpanMarkupBytes + kWidestEscape * span.utf8.size();
     }
-    out_ += "\r\n";
+    Reserved(most, [&](char* to) {
+        to = CopyCueHead(to, begin, end, index);
+        std::string_view tag = placement;
+        std::size_t lineStart = 0;
+        for (const std::size_t lineEnd : lineEnds) {
+            const std::span<const Span> line = spans.subspan(lineStart, lineEnd - lineStart);
+            lineStart = lineEnd;
+            bool blank = true;
+            for (const Span& span : line) {
+                blank = blank && IsBlankText(span.utf8);
+            }
+            if (blank) {
+                Lose("empty line dropped");
+                continue;
+            }
+            to = CopyText(to, tag);
+            tag = {};
+            for (const Span& span : line) {
+                to = CopySpan(to, *span.attributes, span.utf8);
+            }
+            to = CopyText(to, "\r\n");
+        }
+        return CopyText(to, "\r\n");
+    });
 }
 
 std::string SrtCueWriter::PlacementTag(const ParagraphStyleAttributes& style) {
@@ -125,22 +167,22 @@ std::string SrtCueWriter::PlacementTag(const ParagraphStyleAttributes& style) {
     return keypad == 2 ? std::string() : "{\\an" + std::to_string(keypad) + "}";
 }
 
-void SrtCueWriter::AppendSpan(const TextSpanAttributes& attributes, std::string_view utf8) {
+char* SrtCueWriter::CopySpan(char* to, const TextSpanAttributes& attributes,
+                             std::string_view utf8) {
     // Most spans are plain or only emphasised: no losses to note and no colour
     // to write.
     if (OnlyEmphasis(attributes)) {
-        AppendInStyleTags(out_, attributes, utf8, AppendEscaped);
-        return;
+        return CopyInStyleTags(to, attributes, utf8, CopyEscaped);
     }
     losses_.NoteSpanLosses(attributes, kSrtKeeps, index_, begin_);
     const bool colored = attributes.textColor != kCaptioningColor_White;
     if (colored) {
-        out_ += "<font color=\"" + ToHexRgb(attributes.textColor) + "\">";
+        to = CopyText(to, "<font color=\"");
+        to = CopyText(to, ToHexRgb(attributes.textColor));
+        to = CopyText(to, "\">");
     }
-    AppendInStyleTags(out_, attributes, utf8, AppendEscaped);
-    if (colored) {
-        out_ += "</font>";
-    }
+    to = CopyInStyleTags(to, attributes, utf8, CopyEscaped);
+    return colored ? CopyText(to, "</font>") : to;
 }
 
 } // namespace captionformats::srt

@@ -134,11 +134,13 @@ public:
             outOfOrder_ = true;
         }
         if (!outOfOrder_) {
-            lines_.Clear();
-            screen.AppendLines(lines_);
-            GatherSpans();
-            writer_.WriteSpans(begin, scc::TimeOfFrame(endFrame), type, lineStyle_, spans_,
-                               lineEnds_, captions_);
+            const zelmediatypes::TickTime end = scc::TimeOfFrame(endFrame);
+            if (!writer_.WriteScreen(begin, end, type, lineStyle_, screen, captions_)) {
+                lines_.Clear();
+                screen.AppendLines(lines_);
+                GatherSpans();
+                writer_.WriteSpans(begin, end, type, lineStyle_, spans_, lineEnds_, captions_);
+            }
             out_.CaptionWritten();
         }
         previousBegin_ = begin;

@@ -5,15 +5,6 @@
 
 namespace captionformats {
 
-namespace {
-
-// The tags around a span for its bold, italic and underline, nested in that
-// order.
-struct StyleTags {
-    std::string_view open;
-    std::string_view close;
-};
-
 StyleTags StyleTagsOf(const zelcaptioning::TextSpanAttributes& attributes) {
     static constexpr std::array<StyleTags, 8> kTags{{
         {"", ""},
@@ -29,8 +20,6 @@ StyleTags StyleTagsOf(const zelcaptioning::TextSpanAttributes& attributes) {
     return kTags[(attributes.IsBolded() ? 1U : 0U) | (attributes.IsItalicized() ? 2U : 0U) |
                  (attributes.IsUnderlined() ? 4U : 0U)];
 }
-
-} // namespace
 
 void AppendInStyleTags(std::string& out, const zelcaptioning::TextSpanAttributes& attributes,
                        std::string_view text, void (*escape)(std::string&, std::string_view)) {

@@ -13,6 +13,14 @@ namespace captionformats {
 void AppendInStyleTags(std::string& out, const zelcaptioning::TextSpanAttributes& attributes,
                        std::string_view text, void (*escape)(std::string&, std::string_view));
 
+// The tags around a span for its bold, italic and underline, nested in that
+// order; spans alike in these have the same tags, the same views.
+struct StyleTags {
+    std::string_view open;
+    std::string_view close;
+};
+StyleTags StyleTagsOf(const zelcaptioning::TextSpanAttributes& attributes);
+
 // The most bytes the tags of AppendInStyleTags take.
 inline constexpr std::size_t kStyleTagBytes = 21;
 

@@ -111,6 +111,23 @@ public:
     // Moves the rows of a roll-up window so that its base row becomes `newBase`.
     void MoveWindow(int oldBase, int newBase, int depth);
 
+    // For a writer that takes the rows' cells as they lie: calls
+    // `visit(written, cells, beyond)` for each row that holds cells, top to
+    // bottom, `written` marking the columns of `cells` in use and `beyond`
+    // telling whether cells lie past the last column, until `visit` returns
+    // false; returns whether it saw every row.
+    template <typename Visit> bool VisitRows(const Visit& visit) const {
+        for (std::uint32_t rows = touched_; rows != 0; rows &= rows - 1) {
+            const Row& row = rows_[static_cast<std::size_t>(std::countr_zero(rows))];
+            if (!row.IsEmpty() && !visit(row.written, row.cells, !row.beyond.empty())) {
+                return false;
+            }
+        }
+        return true;
+    }
+    // At least the number of rows that hold cells.
+    int RowsInUseAtMost() const { return std::popcount(touched_); }
+
     // A caption's rows as lines of UTF-8 text in runs of one cell style, for
     // a writer that takes them without the caption model. Kept from caption
     // to caption, it keeps its storage.

@@ -5,10 +5,13 @@
 #include "common/CssColor.h"
 #include "common/KeypadAnchor.h"
 #include "common/SpanTags.h"
+#include "scc/Cea608Screen.h"
 
 #include <algorithm>
 #include <array>
+#include <bit>
 #include <charconv>
+#include <optional>
 
 namespace captionformats::srt {
 
@@ -64,6 +67,15 @@ constexpr std::size_t kSpanMarkupBytes =
 // after each line of text and after the cue.
 constexpr std::size_t kCueHeadBytes = 20 + 2 + 2 * kClockTextBytes + 5 + 2;
 constexpr std::size_t kLineEndBytes = 2;
+
+// The bytes a plain screen cell may hold: ASCII that SubRip writes as it is.
+constexpr std::array<bool, 128> kPlainCharacters = [] {
+    std::array<bool, 128> table{};
+    for (std::size_t c = 0x20; c < 0x7F; ++c) {
+        table[c] = c != '&' && c != '<' && c != '>' && c != '{';
+    }
+    return table;
+}();
 
 bool IsBlankText(std::string_view text) {
     return text.find_first_not_of(" \t") == std::string_view::npos;
@@ -153,6 +165,111 @@ void SrtCueWriter::WriteSpans(zelmediatypes::TickTime begin, zelmediatypes::Tick
         }
         return CopyText(to, "\r\n");
     });
+}
+
+bool SrtCueWriter::WriteScreen(zelmediatypes::TickTime begin, zelmediatypes::TickTime end,
+                               CaptionType type, const ParagraphStyleAttributes& style,
+                               const cea608::CaptionMemory& screen, std::size_t index) {
+    using Memory = cea608::CaptionMemory;
+    // A row's line: its cells with the gaps between them, a run's tags for
+    // each cell at most, and the line end.
+    constexpr std::size_t kRowBytes =
+        static_cast<std::size_t>(Memory::kColumns) * (1 + kStyleTagBytes) + kLineEndBytes;
+    BeginCue(begin, type, index);
+    const bool anyRow = !screen.VisitRows([](auto&&...) { return false; });
+    const std::string placement = anyRow ? PlacementTag(style) : std::string();
+    const std::size_t most = kCueHeadBytes + placement.size() + kLineEndBytes +
+                             static_cast<std::size_t>(screen.RowsInUseAtMost()) * kRowBytes;
+    if (screenCue_.size() < most) {
+        screenCue_.resize(most);
+    }
+    char* to = CopyCueHead(screenCue_.data(), begin, end, index);
+    std::string_view tag = placement;
+    bool blankLines = false;
+    const ScreenStyle* known = nullptr; // of the last cell, whose style is `cellStyle`
+    std::uint32_t cellStyle = 0;
+    const bool plain =
+        screen.VisitRows([&](std::uint32_t written,
+                             const std::array<Memory::Cell, Memory::kColumns>& cells, bool beyond) {
+            if (beyond) {
+                return false;
+            }
+            // The state in locals: stores through `out` may alias anything else.
+            char* const lineStart = to;
+            char* out = CopyText(to, tag);
+            const ScreenStyle* cellKind = known;
+            std::uint32_t styleBits = cellStyle;
+            bool plainStyle = cellKind != nullptr && cellKind->plain;
+            // The cell style's opening tag; tags alike are the same.
+            const char* styleOpen = cellKind != nullptr ? cellKind->tags.open.data() : nullptr;
+            std::string_view close;
+            const char* openRun = nullptr; // the run's opening tag
+            char32_t notSpaces = 0;
+            for (int next = std::countr_zero(written); written != 0; written &= written - 1) {
+                const int column = std::countr_zero(written);
+                const Memory::Cell& cell = cells[static_cast<std::size_t>(column)];
+                const char32_t character = cell.character;
+                const auto thisStyle = std::bit_cast<std::uint32_t>(cell.style);
+                if (cellKind == nullptr || thisStyle != styleBits) {
+                    cellKind = &ScreenStyleOf(thisStyle);
+                    styleBits = thisStyle;
+                    plainStyle = cellKind->plain;
+                    styleOpen = cellKind->tags.open.data();
+                }
+                if (!plainStyle || character >= kPlainCharacters.size() ||
+                    !kPlainCharacters[character]) {
+                    return false;
+                }
+                // Runs alike in emphasis are alike in all: one run.
+                if (styleOpen != openRun) {
+                    out = CopyText(out, close);
+                    out = CopyText(out, cellKind->tags.open);
+                    openRun = styleOpen;
+                    close = cellKind->tags.close;
+                }
+                if (column != next) [[unlikely]] {
+                    for (; next < column; ++next) {
+                        *out++ = ' '; // a gap takes the style of the cell after it
+                    }
+                }
+                *out++ = static_cast<char>(character);
+                next = column + 1;
+                notSpaces |= character ^ U' ';
+            }
+            const bool blank = notSpaces == 0;
+            known = cellKind;
+            cellStyle = styleBits;
+            if (blank) {
+                to = lineStart;
+                blankLines = true;
+                return true;
+            }
+            out = CopyText(out, close);
+            to = CopyText(out, "\r\n");
+            tag = {};
+            return true;
+        });
+    if (!plain) {
+        return false;
+    }
+    if (blankLines) {
+        Lose("empty line dropped");
+    }
+    to = CopyText(to, "\r\n");
+    out_.append(screenCue_.data(), to);
+    return true;
+}
+
+const SrtCueWriter::ScreenStyle& SrtCueWriter::ScreenStyleOf(std::uint32_t cellStyle) {
+    for (const ScreenStyle& known : screenStyles_) {
+        if (known.cellStyle == cellStyle) {
+            return known;
+        }
+    }
+    const TextSpanAttributes attributes =
+        std::bit_cast<cea608::CaptionMemory::CellStyle>(cellStyle).Attributes();
+    return screenStyles_.emplace_back(
+        ScreenStyle{cellStyle, OnlyEmphasis(attributes), StyleTagsOf(attributes)});
 }
 
 std::string SrtCueWriter::PlacementTag(const ParagraphStyleAttributes& style) {

@@ -1,11 +1,17 @@
 #pragma once
 
 #include "common/CueWriterBase.h"
+#include "common/SpanTags.h"
 #include "zelcaptioning/Caption.h"
 
 #include <span>
 #include <string>
 #include <string_view>
+#include <vector>
+
+namespace captionformats::cea608 {
+class CaptionMemory;
+}
 
 namespace captionformats::srt {
 
@@ -35,6 +41,17 @@ public:
                     std::span<const Span> spans, std::span<const std::size_t> lineEnds,
                     std::size_t index);
 
+    // A caption of the CEA-608 screen's rows, each a line with paragraph style
+    // `style`, written straight from its cells when they are plain: ASCII
+    // without markup in styles that only emphasise, within the 32 columns.
+    // Returns false, having written nothing, for any other screen; WriteSpans
+    // then writes it (the losses noted here are noted again there, which
+    // counts them once).
+    bool WriteScreen(zelmediatypes::TickTime begin, zelmediatypes::TickTime end,
+                     zelcaptioning::CaptionType type,
+                     const zelcaptioning::ParagraphStyleAttributes& style,
+                     const cea608::CaptionMemory& screen, std::size_t index);
+
 private:
     // The number and timing lines of a cue, written at `to`; returns their end.
     static char* CopyCueHead(char* to, zelmediatypes::TickTime begin, zelmediatypes::TickTime end,
@@ -54,6 +71,17 @@ private:
     // them; returns their end.
     char* CopySpan(char* to, const zelcaptioning::TextSpanAttributes& attributes,
                    std::string_view utf8);
+
+    // What WriteScreen makes of each cell style it has met: whether it only
+    // emphasises, and then its tags.
+    struct ScreenStyle {
+        std::uint32_t cellStyle;
+        bool plain;
+        StyleTags tags;
+    };
+    const ScreenStyle& ScreenStyleOf(std::uint32_t cellStyle);
+    std::vector<ScreenStyle> screenStyles_;
+    std::string screenCue_; // WriteScreen's cue until it is known to be plain
 };
 
 } // namespace captionformats::srt

@@ -186,8 +186,6 @@ bool SrtCueWriter::WriteScreen(zelmediatypes::TickTime begin, zelmediatypes::Tic
     char* to = CopyCueHead(screenCue_.data(), begin, end, index);
     std::string_view tag = placement;
     bool blankLines = false;
-    const ScreenStyle* known = nullptr; // of the last cell, whose style is `cellStyle`
-    std::uint32_t cellStyle = 0;
     const bool plain =
         screen.VisitRows([&](std::uint32_t written,
                              const std::array<Memory::Cell, Memory::kColumns>& cells, bool beyond) {
@@ -197,48 +195,44 @@ bool SrtCueWriter::WriteScreen(zelmediatypes::TickTime begin, zelmediatypes::Tic
             // The state in locals: stores through `out` may alias anything else.
             char* const lineStart = to;
             char* out = CopyText(to, tag);
-            const ScreenStyle* cellKind = known;
-            std::uint32_t styleBits = cellStyle;
-            bool plainStyle = cellKind != nullptr && cellKind->plain;
-            // The cell style's opening tag; tags alike are the same.
-            const char* styleOpen = cellKind != nullptr ? cellKind->tags.open.data() : nullptr;
+            const ScreenStyle* cellKind = nullptr; // of the cell before, of style `styleBits`
+            std::uint32_t styleBits = 0;
             std::string_view close;
-            const char* openRun = nullptr; // the run's opening tag
+            const char* openRun = nullptr; // the run's opening tag; tags alike are the same
             char32_t notSpaces = 0;
-            for (int next = std::countr_zero(written); written != 0; written &= written - 1) {
-                const int column = std::countr_zero(written);
+            const int last = Memory::kColumns - 1 - std::countl_zero(written);
+            for (int column = std::countr_zero(written), next = column; column <= last; ++column) {
+                if (((written >> column) & 1U) == 0) {
+                    continue;
+                }
                 const Memory::Cell& cell = cells[static_cast<std::size_t>(column)];
-                const char32_t character = cell.character;
                 const auto thisStyle = std::bit_cast<std::uint32_t>(cell.style);
                 if (cellKind == nullptr || thisStyle != styleBits) {
                     cellKind = &ScreenStyleOf(thisStyle);
                     styleBits = thisStyle;
-                    plainStyle = cellKind->plain;
-                    styleOpen = cellKind->tags.open.data();
+                    if (!cellKind->plain) {
+                        return false;
+                    }
+                    // Runs alike in emphasis are alike in all: one run.
+                    if (cellKind->tags.open.data() != openRun) {
+                        out = CopyText(out, close);
+                        out = CopyText(out, cellKind->tags.open);
+                        openRun = cellKind->tags.open.data();
+                        close = cellKind->tags.close;
+                    }
                 }
-                if (!plainStyle || character >= kPlainCharacters.size() ||
-                    !kPlainCharacters[character]) {
+                const char32_t character = cell.character;
+                if (character >= kPlainCharacters.size() || !kPlainCharacters[character]) {
                     return false;
                 }
-                // Runs alike in emphasis are alike in all: one run.
-                if (styleOpen != openRun) {
-                    out = CopyText(out, close);
-                    out = CopyText(out, cellKind->tags.open);
-                    openRun = styleOpen;
-                    close = cellKind->tags.close;
-                }
-                if (column != next) [[unlikely]] {
-                    for (; next < column; ++next) {
-                        *out++ = ' '; // a gap takes the style of the cell after it
-                    }
+                for (; next < column; ++next) {
+                    *out++ = ' '; // a gap takes the style of the cell after it
                 }
                 *out++ = static_cast<char>(character);
                 next = column + 1;
                 notSpaces |= character ^ U' ';
             }
             const bool blank = notSpaces == 0;
-            known = cellKind;
-            cellStyle = styleBits;
             if (blank) {
                 to = lineStart;
                 blankLines = true;

@@ -29,21 +29,31 @@ void Cea608Decoder::Feed(std::span<const std::uint16_t> pairs, std::int64_t fram
                 continue;
             }
         }
-        const SourceLocation where = SourceLocation::AtLine(line, column + kWordColumns * i);
-        if (HasOddParity(first) && HasOddParity(second)) {
-            const auto firstBits = static_cast<std::uint8_t>(first & 0x7F);
-            if (firstBits >= 0x20 && dataChannel_ == 1 && mode_ != Mode::kText) {
-                // Characters at the row's end or past it.
-                lastControl_ = kNoControl;
-                WriteCharacters(Target(), firstBits, second & 0x7F, where);
-                continue;
-            }
+        auto place = [&] {
+            return SourceLocation::AtLine(line, column + kWordColumns * i);
+        };
+        const bool parityKept = HasOddParity(first) && HasOddParity(second);
+        if (parityKept) {
             if (lastControl_ == PairBits(first, second)) {
                 lastControl_ = kNoControl; // the repeat of a doubled code
                 continue;
             }
+            const auto firstBits = static_cast<std::uint8_t>(first & 0x7F);
+            if (firstBits >= 0x20 && dataChannel_ == 1 && mode_ != Mode::kText) {
+                // Characters at the row's end or past it.
+                lastControl_ = kNoControl;
+                WriteCharacters(Target(), firstBits, second & 0x7F, place());
+                continue;
+            }
         }
-        FeedCode(first, second, frame + static_cast<std::int64_t>(i), where);
+        FeedCode(first, second, frame + static_cast<std::int64_t>(i), place());
+        // Control codes come twice: the repeat is taken here, as the next
+        // turn of the loop would take it.
+        if (parityKept && lastControl_ == PairBits(first, second) && i + 1 < pairs.size() &&
+            pairs[i + 1] == pairs[i]) {
+            lastControl_ = kNoControl;
+            ++i;
+        }
     }
 }
 

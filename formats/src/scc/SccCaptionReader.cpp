@@ -97,10 +97,13 @@ std::int64_t FeedWords(std::string_view text, std::uint64_t lineNumber, std::uin
     std::array<std::uint16_t, kRun> pairs;
     while (at != end) {
         const std::uint64_t runColumn = column + static_cast<std::uint64_t>(at - begin) + 1;
+        // The words with a byte after them that fit in the run.
+        const auto bytesLeft = static_cast<std::size_t>(end - at);
+        const std::size_t room = std::min(kRun, bytesLeft > 4 ? (bytesLeft - 5) / 5 + 1 : 0);
         std::size_t count = 0;
         int value = 0;
-        while (count < kRun && end - at > 4 && (value = HexWord(at)) >= 0 && IsSpace(at[4])) {
-            pairs[count++] = static_cast<std::uint16_t>(value);
+        for (; count < room && (value = HexWord(at)) >= 0 && IsSpace(at[4]); ++count) {
+            pairs[count] = static_cast<std::uint16_t>(value);
             at += cea608::Cea608Decoder::kWordColumns;
         }
         if (count < kRun && end - at == 4 && (value = HexWord(at)) >= 0) {

@@ -7,28 +7,39 @@
 
 namespace captionformats {
 
+// Bold, italic and underline, the emphasis SubRip and WebVTT both mark with
+// tags, as bits of one number: cheap to pass, keep and compare.
+using Emphasis = unsigned;
+inline constexpr Emphasis kEmphasisBold = 1;
+inline constexpr Emphasis kEmphasisItalic = 2;
+inline constexpr Emphasis kEmphasisUnderline = 4;
+
 // Appends `text`, escaped by `escape`, inside the bold, italic and underline
 // tags the attributes ask for: "<b><i><u>text</u></i></b>", the markup SubRip
 // and WebVTT share.
 void AppendInStyleTags(std::string& out, const zelcaptioning::TextSpanAttributes& attributes,
                        std::string_view text, void (*escape)(std::string&, std::string_view));
 
-// The tags around a span for its bold, italic and underline, nested in that
-// order; spans alike in these have the same tags, the same views.
-struct StyleTags {
-    std::string_view open;
-    std::string_view close;
-};
-StyleTags StyleTagsOf(const zelcaptioning::TextSpanAttributes& attributes);
+// The tags AppendInStyleTags writes before and after a span's text, for a
+// writer that appends the text in pieces: indexed by the emphasis bits, bold
+// outermost and underline innermost.
+inline constexpr std::string_view kOpeningTags[] = {"",    "<b>",    "<i>",    "<b><i>",
+                                                    "<u>", "<b><u>", "<i><u>", "<b><i><u>"};
+inline constexpr std::string_view kClosingTags[] = {"",     "</b>",     "</i>",     "</i></b>",
+                                                    "</u>", "</u></b>", "</u></i>", "</u></i></b>"};
+static_assert(kEmphasisBold == 1 && kEmphasisItalic == 2 && kEmphasisUnderline == 4);
 
-// The most bytes the tags of AppendInStyleTags take.
-inline constexpr std::size_t kStyleTagBytes = 21;
+inline void AppendOpeningTags(std::string& out, Emphasis emphasis) {
+    if (emphasis != 0) {
+        out += kOpeningTags[emphasis & 7];
+    }
+}
 
-// AppendInStyleTags writing at `to`, which has room for the tags and the
-// escaped text; `escape` copies and returns the end of its copy, as this
-// returns the end of all.
-char* CopyInStyleTags(char* to, const zelcaptioning::TextSpanAttributes& attributes,
-                      std::string_view text, char* (*escape)(char*, std::string_view));
+inline void AppendClosingTags(std::string& out, Emphasis emphasis) {
+    if (emphasis != 0) {
+        out += kClosingTags[emphasis & 7];
+    }
+}
 
 // True when the attributes are the defaults but for bold, italic and
 // underline: a span both formats write whole, with no loss to note.

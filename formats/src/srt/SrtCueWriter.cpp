@@ -58,6 +58,24 @@ char* CopyEscaped(char* to, std::string_view text) {
     return CopyText(to, text.substr(start));
 }
 
+// The emphasis of a span's attributes, as the tags mark it.
+Emphasis EmphasisOf(const TextSpanAttributes& attributes) {
+    return (attributes.IsBolded() ? kEmphasisBold : 0) |
+           (attributes.IsItalicized() ? kEmphasisItalic : 0) |
+           (attributes.IsUnderlined() ? kEmphasisUnderline : 0);
+}
+
+// The most bytes the tags of one emphasis take.
+constexpr std::size_t kStyleTagBytes = kOpeningTags[7].size() + kClosingTags[7].size();
+
+// `text` escaped (CopyEscaped) in the tags of `emphasis`, written at `to`,
+// which has room for them; returns their end.
+char* CopyInStyleTags(char* to, Emphasis emphasis, std::string_view text) {
+    to = CopyText(to, kOpeningTags[emphasis]);
+    to = CopyEscaped(to, text);
+    return CopyText(to, kClosingTags[emphasis]);
+}
+
 // The most bytes a span's markup takes beside its escaped text: a colour's
 // font tags and the style tags.
 constexpr std::size_t kSpanMarkupBytes =
@@ -197,8 +215,7 @@ bool SrtCueWriter::WriteScreen(zelmediatypes::TickTime begin, zelmediatypes::Tic
             char* out = CopyText(to, tag);
             const ScreenStyle* cellKind = nullptr; // of the cell before, of style `styleBits`
             std::uint32_t styleBits = 0;
-            std::string_view close;
-            const char* openRun = nullptr; // the run's opening tag; tags alike are the same
+            std::optional<Emphasis> run; // of the run being written
             char32_t notSpaces = 0;
             const int last = Memory::kColumns - 1 - std::countl_zero(written);
             for (int column = std::countr_zero(written), next = column; column <= last; ++column) {
@@ -214,11 +231,12 @@ bool SrtCueWriter::WriteScreen(zelmediatypes::TickTime begin, zelmediatypes::Tic
                         return false;
                     }
                     // Runs alike in emphasis are alike in all: one run.
-                    if (cellKind->tags.open.data() != openRun) {
-                        out = CopyText(out, close);
-                        out = CopyText(out, cellKind->tags.open);
-                        openRun = cellKind->tags.open.data();
-                        close = cellKind->tags.close;
+                    if (run != cellKind->emphasis) {
+                        if (run) {
+                            out = CopyText(out, kClosingTags[*run]);
+                        }
+                        run = cellKind->emphasis;
+                        out = CopyText(out, kOpeningTags[*run]);
                     }
                 }
                 const char32_t character = cell.character;
@@ -238,7 +256,7 @@ bool SrtCueWriter::WriteScreen(zelmediatypes::TickTime begin, zelmediatypes::Tic
                 blankLines = true;
                 return true;
             }
-            out = CopyText(out, close);
+            out = CopyText(out, kClosingTags[*run]);
             to = CopyText(out, "\r\n");
             tag = {};
             return true;
@@ -263,7 +281,7 @@ const SrtCueWriter::ScreenStyle& SrtCueWriter::ScreenStyleOf(std::uint32_t cellS
     const TextSpanAttributes attributes =
         std::bit_cast<cea608::CaptionMemory::CellStyle>(cellStyle).Attributes();
     return screenStyles_.emplace_back(
-        ScreenStyle{cellStyle, OnlyEmphasis(attributes), StyleTagsOf(attributes)});
+        ScreenStyle{cellStyle, OnlyEmphasis(attributes), EmphasisOf(attributes)});
 }
 
 std::string SrtCueWriter::PlacementTag(const ParagraphStyleAttributes& style) {
@@ -283,7 +301,7 @@ char* SrtCueWriter::CopySpan(char* to, const TextSpanAttributes& attributes,
     // Most spans are plain or only emphasised: no losses to note and no colour
     // to write.
     if (OnlyEmphasis(attributes)) {
-        return CopyInStyleTags(to, attributes, utf8, CopyEscaped);
+        return CopyInStyleTags(to, EmphasisOf(attributes), utf8);
     }
     losses_.NoteSpanLosses(attributes, kSrtKeeps, index_, begin_);
     const bool colored = attributes.textColor != kCaptioningColor_White;
@@ -292,7 +310,7 @@ char* SrtCueWriter::CopySpan(char* to, const TextSpanAttributes& attributes,
         to = CopyText(to, ToHexRgb(attributes.textColor));
         to = CopyText(to, "\">");
     }
-    to = CopyInStyleTags(to, attributes, utf8, CopyEscaped);
+    to = CopyInStyleTags(to, EmphasisOf(attributes), utf8);
     return colored ? CopyText(to, "</font>") : to;
 }
 

@@ -73,11 +73,11 @@ private:
                    std::string_view utf8);
 
     // What WriteScreen makes of each cell style it has met: whether it only
-    // emphasises, and then its tags.
+    // emphasises, and how.
     struct ScreenStyle {
         std::uint32_t cellStyle;
         bool plain;
-        StyleTags tags;
+        Emphasis emphasis;
     };
     const ScreenStyle& ScreenStyleOf(std::uint32_t cellStyle);
     std::vector<ScreenStyle> screenStyles_;

@@ -72,7 +72,7 @@ public:
             return 0;
         }
         Row& cells = rows_[static_cast<std::size_t>(row)];
-        std::uint32_t written = cells.written;
+        const int start = column;
         int at = column;
         std::size_t count = 0;
         for (; count < pairs.size() && at + 1 < kColumns; ++count) {
@@ -85,16 +85,16 @@ public:
             }
             cells.cells[static_cast<std::size_t>(at)] = {first, style};
             if (padded) {
-                written |= 1U << at;
                 at += 1;
             } else {
                 cells.cells[static_cast<std::size_t>(at) + 1] = {second, style};
-                written |= 3U << at;
                 at += 2;
             }
         }
         if (count > 0) {
-            cells.written = written;
+            // The cells written lie side by side, from `start` to `at`.
+            cells.written |=
+                static_cast<std::uint32_t>(((std::uint64_t{1} << (at - start)) - 1) << start);
             touched_ |= 1U << row;
             column = at;
         }

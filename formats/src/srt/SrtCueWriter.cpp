@@ -217,12 +217,8 @@ bool SrtCueWriter::WriteScreen(zelmediatypes::TickTime begin, zelmediatypes::Tic
             std::uint32_t styleBits = 0;
             std::optional<Emphasis> run; // of the run being written
             char32_t notSpaces = 0;
-            const int last = Memory::kColumns - 1 - std::countl_zero(written);
-            for (int column = std::countr_zero(written), next = column; column <= last; ++column) {
-                if (((written >> column) & 1U) == 0) {
-                    continue;
-                }
-                const Memory::Cell& cell = cells[static_cast<std::size_t>(column)];
+            // Takes a cell's style; false when the style does not only emphasise.
+            auto styleOf = [&](const Memory::Cell& cell) {
                 const auto thisStyle = std::bit_cast<std::uint32_t>(cell.style);
                 if (cellKind == nullptr || thisStyle != styleBits) {
                     cellKind = &ScreenStyleOf(thisStyle);
@@ -239,16 +235,31 @@ bool SrtCueWriter::WriteScreen(zelmediatypes::TickTime begin, zelmediatypes::Tic
                         out = CopyText(out, kOpeningTags[*run]);
                     }
                 }
-                const char32_t character = cell.character;
-                if (character >= kPlainCharacters.size() || !kPlainCharacters[character]) {
+                return true;
+            };
+            // The cells come in stretches side by side; a gap before a
+            // stretch takes the style of its first cell.
+            for (int next = std::countr_zero(written); written != 0;) {
+                const int start = std::countr_zero(written);
+                const int stop = start + std::countr_one(written >> start);
+                written = stop < Memory::kColumns ? written & (~0U << stop) : 0;
+                if (!styleOf(cells[static_cast<std::size_t>(start)])) {
                     return false;
                 }
-                for (; next < column; ++next) {
-                    *out++ = ' '; // a gap takes the style of the cell after it
+                for (; next < start; ++next) {
+                    *out++ = ' ';
                 }
-                *out++ = static_cast<char>(character);
-                next = column + 1;
-                notSpaces |= character ^ U' ';
+                for (int column = start; column < stop; ++column) {
+                    const Memory::Cell& cell = cells[static_cast<std::size_t>(column)];
+                    const char32_t character = cell.character;
+                    if (!styleOf(cell) || character >= kPlainCharacters.size() ||
+                        !kPlainCharacters[character]) {
+                        return false;
+                    }
+                    *out++ = static_cast<char>(character);
+                    notSpaces |= character ^ U' ';
+                }
+                next = stop;
             }
             const bool blank = notSpaces == 0;
             if (blank) {

@@ -17,8 +17,8 @@ namespace captionformats::srt {
 
 // Appends captions to `out` as numbered SubRip cues, noting what SubRip cannot
 // carry. A caption comes either from the model or, in a direct conversion, as
-// the lines of a builder; the two give the same bytes and the same losses for
-// the same caption.
+// lines of spans or as a CEA-608 screen; all give the same bytes and the same
+// losses for the same caption.
 class SrtCueWriter : private CueWriterBase {
 public:
     SrtCueWriter(std::string& out, LossReport& losses)

@@ -341,6 +341,53 @@ TEST(DirectConversion, SccToSrtMatchesTheModelPathOnWrittenFiles) {
     EXPECT_TRUE(SameAsModelPath(CaptionFileFormat::kScc, CaptionFileFormat::kSrt, "not scc\n"));
 }
 
+// The words that send `text` as basic characters, two a word, the last
+// padded.
+std::string BasicWords(std::string_view text) {
+    std::string words;
+    for (std::size_t at = 0; at < text.size(); at += 2) {
+        char word[8];
+        std::snprintf(word, sizeof word, "%02x%02x ", WithParity(text[at]),
+                      at + 1 < text.size() ? WithParity(text[at + 1]) : 0x80);
+        words += word;
+    }
+    return words;
+}
+
+// Screens of plain cells are written straight from the cells, all others
+// through spans: both must match the model path, and so must a file that
+// mixes them. Each caption is one pop-on screen.
+TEST(DirectConversion, SccToSrtMatchesTheModelPathOnPlainAndOtherScreens) {
+    const std::string row13 = "1370 1370 ";
+    const std::string row14 = "94d0 94d0 ";
+    const std::vector<std::string> screens = {
+        // plain, a gap of two columns (TO2), a second row
+        row13 + BasicWords("Plain text") + "97a2 97a2 " + BasicWords("after a gap") + row14 +
+            BasicWords("and below"),
+        // runs of italics, italics and underline, underline, none
+        row14 + BasicWords("a ") + "91ae 91ae " + BasicWords("slanted") + "912f 912f " +
+            BasicWords("both") + "91a1 91a1 " + BasicWords("under") + "9120 9120 " +
+            BasicWords("plain"),
+        row13 + BasicWords("   ") + row14 + BasicWords("below a blank row"),
+        row14 + BasicWords("    "), row14 + BasicWords("fish & chips <b>"),
+        row14 + BasicWords("{\\an8} braces"),
+        row14 + BasicWords("caf*"), // 0x2A is an accented letter
+        row14 + BasicWords("green ") + "91a2 91a2 " + BasicWords("text"),
+        row14 + BasicWords("a row of thirty-four characters!!"),
+        row14 + "9137 9137 " + BasicWords(" la"),
+        row14 + BasicWords("odd") + "94a1 94a1 " + BasicWords("x"), // backspace: "odx"
+    };
+    std::string file = "Scenarist_SCC V1.0\n\n";
+    int second = 1;
+    for (const std::string& screen : screens) {
+        char timecode[32];
+        std::snprintf(timecode, sizeof timecode, "00:00:%02d:00\t", second++);
+        file += timecode + ("9420 9420 94ae 94ae " + screen + "942f 942f\n\n");
+    }
+    file += "00:00:59:00\t942c 942c\n";
+    EXPECT_TRUE(SameAsModelPath(CaptionFileFormat::kScc, CaptionFileFormat::kSrt, file));
+}
+
 TEST(DirectConversion, SrtToWebVttMatchesTheModelPathOnEverySample) {
     SKIP_WITHOUT_SAMPLES();
     int files = 0;

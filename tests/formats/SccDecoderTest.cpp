@@ -248,6 +248,41 @@ TEST(Cea608Decoder, ReadsWordsAcrossAnySpacing) {
     EXPECT_EQ(result.captions[0]->GetEndTime(), formats_test::kNtscFrame * 60);
 }
 
+// A long line reaches the decoder in several runs of words: a doubled code
+// split between two runs is still one code, and the words of later runs are
+// located by their own columns (word i of the line starts at column 13 + 5i).
+TEST(Cea608Decoder, ReadsLongLinesAcrossRunsOfWords) {
+    std::vector<std::string> words(150, "8080");
+    words[0] = words[1] = "9420";
+    words[2] = words[3] = "94d0";
+    words[4] = "c1c1";
+    for (const std::size_t at :
+         {std::size_t{63}, std::size_t{64}, std::size_t{127}, std::size_t{128}}) {
+        words[at] = "942f"; // EOC twice, each sent twice
+    }
+    words[70] = "4141";  // even parity
+    words[140] = "zzzz"; // no word
+    std::string line = "00:00:01:00\t";
+    for (const std::string& word : words) {
+        line += word + " ";
+    }
+    const ReadResult result =
+        SccReader().Read("Scenarist_SCC V1.0\n\n" + line + "\n00:00:09:00\t942c 942c\n", {"t.scc"});
+    EXPECT_THAT(Messages(result.warnings),
+                ElementsAre("t.scc:3:363: parity errors: the bytes are decoded without their "
+                            "parity bit",
+                            "t.scc:3:713: word \"zzzz\" skipped: not four hex digits"));
+    // "AA" shown at word 63; the second EOC shows the "AA" of word 70 in its
+    // place (row 14 kept the cursor) until the erase.
+    ASSERT_EQ(result.captions.size(), 2u);
+    EXPECT_THAT(test::LinesOf(*result.captions[0]), ElementsAre("AA"));
+    EXPECT_EQ(result.captions[0]->GetBeginTime(), formats_test::kNtscFrame * (30 + 63));
+    EXPECT_EQ(result.captions[0]->GetEndTime(), formats_test::kNtscFrame * (30 + 127));
+    EXPECT_THAT(test::LinesOf(*result.captions[1]), ElementsAre("AA"));
+    EXPECT_EQ(result.captions[1]->GetBeginTime(), formats_test::kNtscFrame * (30 + 127));
+    EXPECT_EQ(result.captions[1]->GetEndTime(), formats_test::kNtscFrame * 270);
+}
+
 // A time code is four two-digit fields; drop-frame labels skip frames 0 and
 // 1 of each minute but every tenth (00:10:00;02 is frame 17,984).
 TEST(Cea608Decoder, ReadsTimeCodesOfTwoDigitFieldsOnly) {

@@ -8,6 +8,8 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <tuple>
+
 #include <boost/property_tree/ptree.hpp>
 
 namespace {
@@ -354,6 +356,34 @@ TEST(SrtWriter, EscapesMarkupWhereverItFalls) {
         const WriteResult written = SrtWriter().Write({caption}, {"out.srt"});
         EXPECT_EQ(written.bytes, "1\r\n00:00:01,000 --> 00:00:02,000\r\n" + escaped + "\r\n\r\n");
         EXPECT_THAT(test::LinesOf(*ReadSrt(written.bytes).captions.at(0)), ElementsAre(text));
+    }
+}
+
+// Times are rounded to the millisecond, halves up, and hours take two digits
+// or as many more as they need.
+TEST(SrtWriter, WritesTimesOfAnyHours) {
+    const auto ticks = [](std::int64_t milliseconds, std::int64_t rest = 0) {
+        return zelmediatypes::TickTime(zelmediatypes::kTicksPerSecond / 1000 * milliseconds + rest);
+    };
+    const std::int64_t halfMillisecond = zelmediatypes::kTicksPerSecond / 2000;
+    const std::int64_t hour = 3'600'000;
+    const std::tuple<zelmediatypes::TickTime, zelmediatypes::TickTime, std::string> cases[] = {
+        {ticks(0), ticks(7, halfMillisecond - 1), "00:00:00,000 --> 00:00:00,007"},
+        {ticks(9 * hour + 59 * 60'000 + 59'999), ticks(10 * hour, halfMillisecond),
+         "09:59:59,999 --> 10:00:00,001"},
+        {ticks(100 * hour - 1, halfMillisecond), ticks(1234 * hour + 5 * 60'000 + 6'078),
+         "100:00:00,000 --> 1234:05:06,078"},
+    };
+    for (const auto& [begin, end, timing] : cases) {
+        SCOPED_TRACE(timing);
+        CaptionPtr caption(new Caption);
+        caption->SetBeginTime(begin);
+        caption->SetEndTime(end);
+        CaptionTextParagraphPtr paragraph(new CaptionTextParagraph);
+        paragraph->AppendCaptionTextSpan(new CaptionTextSpan(zelcore::ToUTF16("x"), {}));
+        caption->AppendCaptionTextParagraph(paragraph);
+        EXPECT_EQ(SrtWriter().Write({caption}, {"out.srt"}).bytes,
+                  "1\r\n" + timing + "\r\nx\r\n\r\n");
     }
 }
 

@@ -1,6 +1,7 @@
 #include "common/ClockText.h"
 
 #include <algorithm>
+#include <array>
 #include <charconv>
 
 namespace captionformats {
@@ -11,6 +12,23 @@ using zelmediatypes::TickTime;
 namespace {
 constexpr std::int64_t kTicksPerMillisecond = kTicksPerSecond / 1000;
 constexpr std::uint64_t kMaxClockSeconds = 1ULL << 40; // far past TickTime's range
+
+// The two digits of each number below 100, one pair after the other.
+constexpr std::array<char, 200> kDigitPairs = [] {
+    std::array<char, 200> pairs{};
+    for (std::size_t value = 0; value < 100; ++value) {
+        pairs[2 * value] = static_cast<char>('0' + value / 10);
+        pairs[2 * value + 1] = static_cast<char>('0' + value % 10);
+    }
+    return pairs;
+}();
+
+// `value` (below 100) as two digits at `to`; returns their end.
+char* CopyTwoDigits(char* to, unsigned value) {
+    to[0] = kDigitPairs[2 * value];
+    to[1] = kDigitPairs[2 * value + 1];
+    return to + 2;
+}
 } // namespace
 
 TickTime TimeFromClock(std::uint64_t hours, std::uint64_t minutes, std::uint64_t seconds,
@@ -47,29 +65,25 @@ std::string FormatClockMilliseconds(TickTime time, char fractionSeparator) {
 }
 
 void AppendClockMilliseconds(std::string& out, TickTime time, char fractionSeparator) {
+    char text[kClockTextBytes];
+    out.append(text, CopyClockMilliseconds(text, time, fractionSeparator));
+}
+
+char* CopyClockMilliseconds(char* to, TickTime time, char fractionSeparator) {
     const std::int64_t milliseconds = std::max<std::int64_t>(RoundToMilliseconds(time), 0);
     const std::int64_t totalSeconds = milliseconds / 1000;
+    const auto fraction = static_cast<unsigned>(milliseconds - totalSeconds * 1000);
     const std::int64_t hours = totalSeconds / 3600;
-    char text[40];
-    char* end = text;
-    if (hours < 10) {
-        *end++ = '0';
-    }
-    end = std::to_chars(end, text + sizeof text, hours).ptr;
-    auto digits = [&end](std::int64_t value, int count) {
-        for (int place = count - 1; place >= 0; --place) {
-            end[place] = static_cast<char>('0' + value % 10);
-            value /= 10;
-        }
-        end += count;
-    };
+    const auto inHour = static_cast<unsigned>(totalSeconds - hours * 3600);
+    char* end = hours < 100 ? CopyTwoDigits(to, static_cast<unsigned>(hours))
+                            : std::to_chars(to, to + kClockTextBytes, hours).ptr;
     *end++ = ':';
-    digits(totalSeconds / 60 % 60, 2);
+    end = CopyTwoDigits(end, inHour / 60);
     *end++ = ':';
-    digits(totalSeconds % 60, 2);
+    end = CopyTwoDigits(end, inHour % 60);
     *end++ = fractionSeparator;
-    digits(milliseconds % 1000, 3);
-    out.append(text, end);
+    *end++ = static_cast<char>('0' + fraction / 100);
+    return CopyTwoDigits(end, fraction % 100);
 }
 
 } // namespace captionformats

@@ -26,5 +26,9 @@ std::string FormatClockMilliseconds(zelmediatypes::TickTime time, char fractionS
 // it twice per caption.
 void AppendClockMilliseconds(std::string& out, zelmediatypes::TickTime time,
                              char fractionSeparator);
+// The same text written at `to`, which has room for kClockTextBytes; returns
+// its end.
+inline constexpr std::size_t kClockTextBytes = 40;
+char* CopyClockMilliseconds(char* to, zelmediatypes::TickTime time, char fractionSeparator);
 
 } // namespace captionformats

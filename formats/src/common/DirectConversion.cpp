@@ -7,6 +7,8 @@
 #include "srt/SrtEmphasis.h"
 #include "webvtt/VttCueWriter.h"
 
+#include <deque>
+
 namespace captionformats {
 
 using namespace zelcaptioning;
@@ -152,10 +154,13 @@ public:
             outOfOrder_ = true;
         }
         if (!outOfOrder_) {
-            const std::size_t lines = screen.AppendLines(text_);
-            writer_.WriteLines(begin, scc::TimeOfFrame(endFrame), type,
-                               cea608::CaptionMemory::LineStyle(), text_, lines, captions_);
-            text_.Clear();
+            const zelmediatypes::TickTime end = scc::TimeOfFrame(endFrame);
+            if (!writer_.WriteScreen(begin, end, type, lineStyle_, screen, captions_)) {
+                lines_.Clear();
+                screen.AppendLines(lines_);
+                GatherSpans();
+                writer_.WriteSpans(begin, end, type, lineStyle_, spans_, lineEnds_, captions_);
+            }
             out_.CaptionWritten();
         }
         previousBegin_ = begin;
@@ -166,9 +171,54 @@ public:
     bool OutOfOrder() const { return outOfOrder_; }
 
 private:
+    // The lines' runs as spans, runs of equal attributes joined as the
+    // caption model's paragraphs join them.
+    void GatherSpans() {
+        spans_.clear();
+        lineEnds_.clear();
+        if (styles_.size() > kStylesKept) {
+            styles_.clear(); // between captions: no span points into it
+        }
+        std::size_t start = 0;
+        std::size_t run = 0;
+        for (const std::size_t lineEnd : lines_.lineEnds) {
+            const std::size_t lineStart = spans_.size();
+            for (; run < lineEnd; ++run) {
+                const cea608::CaptionMemory::Lines::Run& cells = lines_.runs[run];
+                const TextSpanAttributes& attributes = AttributesOf(cells.style);
+                const std::string_view text(lines_.text.data() + start, cells.end - start);
+                if (spans_.size() > lineStart && *spans_.back().attributes == attributes) {
+                    spans_.back().utf8 = {spans_.back().utf8.data(),
+                                          spans_.back().utf8.size() + text.size()};
+                } else {
+                    spans_.push_back({text, &attributes});
+                }
+                start = cells.end;
+            }
+            lineEnds_.push_back(spans_.size());
+        }
+    }
+
+    // A file uses few cell styles, each many times.
+    const TextSpanAttributes& AttributesOf(cea608::CaptionMemory::CellStyle style) {
+        for (const auto& [known, attributes] : styles_) {
+            if (known == style) {
+                return attributes;
+            }
+        }
+        return styles_.emplace_back(style, style.Attributes()).second;
+    }
+
+    static constexpr std::size_t kStylesKept = 64;
+
     Output& out_;
     srt::SrtCueWriter writer_;
-    CaptionTextBuilder text_;
+    const ParagraphStyleAttributes lineStyle_ = cea608::CaptionMemory::LineStyle();
+    cea608::CaptionMemory::Lines lines_;
+    // A deque, so that adding a style keeps the spans' pointers to the others.
+    std::deque<std::pair<cea608::CaptionMemory::CellStyle, TextSpanAttributes>> styles_;
+    std::vector<srt::SrtCueWriter::Span> spans_;
+    std::vector<std::size_t> lineEnds_;
     std::size_t captions_ = 0;
     zelmediatypes::TickTime previousBegin_;
     bool outOfOrder_ = false;

@@ -8,16 +8,31 @@ using zelcaptioning::TextSpanAttributes;
 
 void LossReport::Note(std::string_view what, std::size_t captionIndex,
                       zelmediatypes::TickTime begin) {
-    const auto found = losses_.find(what);
-    if (found == losses_.end()) {
-        losses_.emplace(std::string(what), Occurrences{1, captionIndex, captionIndex, begin});
-        return;
-    }
-    Occurrences& occurrences = found->second;
-    if (occurrences.lastCaptionIndex != captionIndex) {
+    bool added = false;
+    Occurrences& occurrences = Find(what, captionIndex, begin, added);
+    if (!added && occurrences.lastCaptionIndex != captionIndex) {
         ++occurrences.captions;
         occurrences.lastCaptionIndex = captionIndex;
     }
+}
+
+LossReport::Occurrences& LossReport::Find(std::string_view what, std::size_t captionIndex,
+                                          zelmediatypes::TickTime begin, bool& added) {
+    for (const Recent& recent : recent_) {
+        if (recent.occurrences != nullptr && recent.what == what) {
+            return *recent.occurrences;
+        }
+    }
+    auto found = losses_.find(what);
+    added = found == losses_.end();
+    if (added) {
+        found =
+            losses_.emplace(std::string(what), Occurrences{1, captionIndex, captionIndex, begin})
+                .first;
+    }
+    recent_[nextRecent_] = {found->first, &found->second};
+    nextRecent_ = (nextRecent_ + 1) % recent_.size();
+    return found->second;
 }
 
 void LossReport::NoteSpanLosses(const TextSpanAttributes& attributes, const SpanCapabilities& kept,

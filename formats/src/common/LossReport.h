@@ -4,6 +4,7 @@
 #include "zelcaptioning/TextSpanAttributes.h"
 #include "zelmediatypes/TickTime.h"
 
+#include <array>
 #include <cstddef>
 #include <map>
 #include <string>
@@ -30,6 +31,11 @@ struct SpanCapabilities {
 // a short report.
 class LossReport {
 public:
+    LossReport() = default;
+    // Not copied: it keeps pointers into its own map.
+    LossReport(const LossReport&) = delete;
+    LossReport& operator=(const LossReport&) = delete;
+
     void Note(std::string_view what, std::size_t captionIndex, zelmediatypes::TickTime begin);
     void NoteSpanLosses(const zelcaptioning::TextSpanAttributes& attributes,
                         const SpanCapabilities& kept, std::size_t captionIndex,
@@ -45,8 +51,20 @@ private:
         std::size_t firstCaptionIndex = 0;
         zelmediatypes::TickTime firstBegin;
     };
+    // The entry of `what`, added (and `added` set) when there is none.
+    Occurrences& Find(std::string_view what, std::size_t captionIndex,
+                      zelmediatypes::TickTime begin, bool& added);
+
     // Looked up by view: a kind already noted costs no string.
     std::map<std::string, Occurrences, std::less<>> losses_;
+    // The kinds noted last, with their entries, tried before the map: a
+    // writer notes the same few kinds for caption after caption.
+    struct Recent {
+        std::string_view what; // the map's key
+        Occurrences* occurrences = nullptr;
+    };
+    std::array<Recent, 4> recent_;
+    std::size_t nextRecent_ = 0;
 };
 
 } // namespace captionformats

@@ -46,6 +46,27 @@ inline constexpr std::array<char32_t, 128> kBasic = [] {
 inline char32_t BasicCharacter(std::uint8_t code) {
     return code < detail::kBasic.size() ? detail::kBasic[code] : code;
 }
+
+namespace detail {
+inline constexpr std::array<char32_t, 256> kBasicWithParity = [] {
+    std::array<char32_t, 256> table{};
+    for (std::size_t byte = 0; byte < table.size(); ++byte) {
+        int ones = 0;
+        for (std::size_t bits = byte; bits != 0; bits >>= 1) {
+            ones += static_cast<int>(bits & 1);
+        }
+        const std::size_t code = byte & 0x7F;
+        table[byte] = ones % 2 == 1 && code >= 0x20 ? kBasic[code] : 0;
+    }
+    return table;
+}();
+} // namespace detail
+
+// The basic character a byte sends with its parity bit, or 0 when the byte
+// has even parity or sends no basic character.
+inline char32_t BasicCharacterWithParity(std::uint8_t byte) {
+    return detail::kBasicWithParity[byte];
+}
 char32_t SpecialCharacter(std::uint8_t second);
 char32_t ExtendedCharacter(std::uint8_t first, std::uint8_t second);
 

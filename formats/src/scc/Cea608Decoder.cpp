@@ -15,6 +15,48 @@ void Cea608Decoder::WarnOnce(bool& reported, const SourceLocation& where, const 
     }
 }
 
+void Cea608Decoder::Feed(std::span<const std::uint16_t> pairs, std::int64_t frame,
+                         std::uint64_t line, std::uint64_t column) {
+    for (std::size_t i = 0; i < pairs.size(); ++i) {
+        const auto first = static_cast<std::uint8_t>(pairs[i] >> 8);
+        const auto second = static_cast<std::uint8_t>(pairs[i]);
+        if (BasicCharacterWithParity(first) != 0 && dataChannel_ == 1 && mode_ != Mode::kText) {
+            const std::size_t written =
+                Target().WriteBasic(cursorRow_, cursorColumn_, pairs.subspan(i), style_);
+            if (written > 0) {
+                lastControl_ = kNoControl; // a repeat must follow in the very next pair
+                i += written - 1;
+                continue;
+            }
+        }
+        auto place = [&] {
+            return SourceLocation::AtLine(line, column + kWordColumns * i);
+        };
+        const bool parityKept = HasOddParity(first) && HasOddParity(second);
+        if (parityKept) {
+            if (lastControl_ == PairBits(first, second)) {
+                lastControl_ = kNoControl; // the repeat of a doubled code
+                continue;
+            }
+            const auto firstBits = static_cast<std::uint8_t>(first & 0x7F);
+            if (firstBits >= 0x20 && dataChannel_ == 1 && mode_ != Mode::kText) {
+                // Characters at the row's end or past it.
+                lastControl_ = kNoControl;
+                WriteCharacters(Target(), firstBits, second & 0x7F, place());
+                continue;
+            }
+        }
+        FeedCode(first, second, frame + static_cast<std::int64_t>(i), place());
+        // Control codes come twice: the repeat is taken here, as the next
+        // turn of the loop would take it.
+        if (parityKept && lastControl_ == PairBits(first, second) && i + 1 < pairs.size() &&
+            pairs[i + 1] == pairs[i]) {
+            lastControl_ = kNoControl;
+            ++i;
+        }
+    }
+}
+
 void Cea608Decoder::FeedCode(std::uint8_t first, std::uint8_t second, std::int64_t frame,
                              const SourceLocation& where) {
     if (!HasOddParity(first) || !HasOddParity(second)) {

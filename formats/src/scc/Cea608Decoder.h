@@ -10,6 +10,7 @@
 #include <array>
 #include <cstdint>
 #include <optional>
+#include <span>
 #include <vector>
 
 namespace captionformats::cea608 {
@@ -39,34 +40,16 @@ public:
     Cea608Decoder(const Cea608Decoder&) = delete;
     Cea608Decoder& operator=(const Cea608Decoder&) = delete;
 
-    // One byte pair, with parity bits, shown at `frame`. The bulk of any
-    // file, pairs of basic characters and the repeats of doubled control
-    // codes, is handled here, inline in the reader's loop; all else is
-    // classified and executed by FeedCode.
-    void Feed(std::uint8_t first, std::uint8_t second, std::int64_t frame,
-              const SourceLocation& where) {
-        if (HasOddParity(first) && HasOddParity(second)) {
-            const auto firstBits = static_cast<std::uint8_t>(first & 0x7F);
-            const auto secondBits = static_cast<std::uint8_t>(second & 0x7F);
-            if (firstBits >= 0x20 && dataChannel_ == 1 && mode_ != Mode::kText) {
-                lastControl_ = kNoControl; // a repeat must follow in the very next pair
-                CaptionMemory& target = Target();
-                if (secondBits >= 0x20 && cursorColumn_ + 1 < CaptionMemory::kColumns) {
-                    target.WritePair(cursorRow_, cursorColumn_, BasicCharacter(firstBits),
-                                     BasicCharacter(secondBits), style_);
-                    cursorColumn_ += 2;
-                } else {
-                    WriteCharacters(target, firstBits, secondBits, where);
-                }
-                return;
-            }
-            if (lastControl_ == PairBits(first, second)) {
-                lastControl_ = kNoControl; // the repeat of a doubled code
-                return;
-            }
-        }
-        FeedCode(first, second, frame, where);
-    }
+    // The columns an SCC word and the space after it take.
+    static constexpr std::uint64_t kWordColumns = 5;
+
+    // Byte pairs read from one line, with parity bits, first byte high, shown
+    // at consecutive frames from `frame`; the first pair was read at `column`
+    // of `line` and each further one kWordColumns on. Runs of basic
+    // characters, the bulk of any file, and the repeats of doubled control
+    // codes are handled here; all else is classified and executed by FeedCode.
+    void Feed(std::span<const std::uint16_t> pairs, std::int64_t frame, std::uint64_t line,
+              std::uint64_t column);
 
     // Ends a caption still on screen at `endFrame`.
     void Finish(std::int64_t endFrame);

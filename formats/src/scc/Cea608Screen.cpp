@@ -139,14 +139,13 @@ TextSpanAttributes CaptionMemory::CellStyle::Attributes() const {
 
 namespace {
 
-// Gathers a row's text cell by cell, in column order, for a builder: cells of
-// one style go as one run, and the spaces of a gap take the style of the cell
-// after it. A run longer than the buffer goes in parts, which the builder
-// joins again.
+// Gathers a row's text cell by cell, in column order, as a line of `lines`:
+// cells of one style go as one run, and the spaces of a gap take the style of
+// the cell after it. The text goes through a buffer, flushed when full.
 class RowText {
 public:
-    RowText(CaptionTextBuilder& text, int firstColumn, CaptionMemory::CellStyle firstStyle)
-        : text_(text)
+    RowText(CaptionMemory::Lines& lines, int firstColumn, CaptionMemory::CellStyle firstStyle)
+        : lines_(lines)
         , nextColumn_(firstColumn)
         , style_(firstStyle) {}
 
@@ -205,16 +204,32 @@ public:
         nextColumn_ = column + 1;
     }
 
+    // Ends the buffered text's run, joined to the run before it in the line
+    // when that has the same style.
     void Flush() {
-        text_.Append({buffer_.data(), used_}, style_.Attributes());
+        if (used_ == 0) {
+            return;
+        }
+        lines_.text.append(buffer_.data(), used_);
         used_ = 0;
+        if (lines_.runs.size() > lineStart_ && lines_.runs.back().style == style_) {
+            lines_.runs.back().end = lines_.text.size();
+        } else {
+            lines_.runs.push_back({lines_.text.size(), style_});
+        }
+    }
+
+    void EndLine() {
+        Flush();
+        lines_.lineEnds.push_back(lines_.runs.size());
     }
 
 private:
     static constexpr std::size_t kBuffer = 256; // a whole row of the widest characters
     static constexpr std::size_t kWidest = 4;   // bytes of UTF-8
 
-    CaptionTextBuilder& text_;
+    CaptionMemory::Lines& lines_;
+    const std::size_t lineStart_ = lines_.runs.size();
     int nextColumn_;
     CaptionMemory::CellStyle style_;
     std::array<char, kBuffer> buffer_;
@@ -223,28 +238,36 @@ private:
 
 } // namespace
 
-void CaptionMemory::AppendRow(const Row& row, CaptionTextBuilder& text) {
+void CaptionMemory::AppendRow(const Row& row, Lines& lines) {
     const int first = row.FirstColumn();
-    RowText gathered(text, first,
+    RowText gathered(lines, first,
                      first < kColumns ? row.cells[static_cast<std::size_t>(first)].style
                                       : row.beyond.front().second.style);
     gathered.AddPlaced(row.cells, row.written);
     for (const auto& [column, cell] : row.beyond) {
         gathered.AddAny(column, cell);
     }
-    gathered.Flush();
+    gathered.EndLine();
 }
 
 std::vector<CaptionTextParagraphPtr> CaptionMemory::ToParagraphs() const {
     std::vector<CaptionTextParagraphPtr> paragraphs;
     const ParagraphStyleAttributes style = LineStyle();
     CaptionTextBuilder builder;
+    Lines lines;
     for (int row = 1; row <= kRows; ++row) {
         const Row& cells = rows_[static_cast<std::size_t>(row)];
         if (cells.IsEmpty()) {
             continue;
         }
-        AppendRow(cells, builder);
+        lines.Clear();
+        AppendRow(cells, lines);
+        std::size_t start = 0;
+        for (const Lines::Run& run : lines.runs) {
+            builder.Append(std::string_view(lines.text).substr(start, run.end - start),
+                           run.style.Attributes());
+            start = run.end;
+        }
         CaptionTextParagraphPtr paragraph = builder.TakeParagraphs(style).front();
         paragraph->SetCaptionPosition(
             Position(Rational(cells.FirstColumn(), kColumns), Rational(row - 1, kRows)));
@@ -253,18 +276,13 @@ std::vector<CaptionTextParagraphPtr> CaptionMemory::ToParagraphs() const {
     return paragraphs;
 }
 
-std::size_t CaptionMemory::AppendLines(CaptionTextBuilder& text) const {
-    std::size_t lines = 0;
+void CaptionMemory::AppendLines(Lines& lines) const {
     for (std::uint32_t rows = touched_; rows != 0; rows &= rows - 1) {
         const Row& cells = rows_[static_cast<std::size_t>(std::countr_zero(rows))];
         if (!cells.IsEmpty()) {
-            if (lines++ > 0) {
-                text.BreakLine();
-            }
-            AppendRow(cells, text);
+            AppendRow(cells, lines);
         }
     }
-    return lines;
 }
 
 } // namespace captionformats::cea608

@@ -1,12 +1,15 @@
 #pragma once
 
 #include "common/CaptionTextBuilder.h"
+#include "scc/Cea608Characters.h"
 #include "scc/Cea608Code.h"
 #include "zelcaptioning/CaptionTextParagraph.h"
 
 #include <array>
 #include <bit>
 #include <cstdint>
+#include <span>
+#include <string>
 #include <utility>
 #include <vector>
 
@@ -58,18 +61,44 @@ public:
             }
         }
     }
-    // Two characters side by side, as a pair of basic characters comes.
-    void WritePair(int row, int column, char32_t first, char32_t second, CellStyle style) {
-        if (row >= 1 && row <= kRows && column >= 0 && column + 1 < kColumns) {
-            Row& cells = rows_[static_cast<std::size_t>(row)];
-            cells.cells[static_cast<std::size_t>(column)] = {first, style};
-            cells.cells[static_cast<std::size_t>(column) + 1] = {second, style};
-            cells.written |= 3U << column;
-            touched_ |= 1U << row;
-        } else {
-            Write(row, column, first, style);
-            Write(row, column + 1, second, style);
+    // Writes the basic characters of `pairs` (bytes with parity bits, first
+    // byte high) from `column` of `row` on, moving `column` past them, as long
+    // as a pair is two basic characters (BasicCharacterWithParity) or one and
+    // padding (0x80) and starts before the last column; returns how many
+    // pairs it wrote. This is the bulk of any file's traffic.
+    std::size_t WriteBasic(int row, int& column, std::span<const std::uint16_t> pairs,
+                           CellStyle style) {
+        if (row < 1 || row > kRows || column < 0) {
+            return 0;
         }
+        Row& cells = rows_[static_cast<std::size_t>(row)];
+        const int start = column;
+        int at = column;
+        std::size_t count = 0;
+        for (; count < pairs.size() && at + 1 < kColumns; ++count) {
+            const std::uint16_t pair = pairs[count];
+            const char32_t first = BasicCharacterWithParity(static_cast<std::uint8_t>(pair >> 8));
+            const char32_t second = BasicCharacterWithParity(static_cast<std::uint8_t>(pair));
+            const bool padded = (pair & 0xFF) == 0x80;
+            if (first == 0 || (second == 0 && !padded)) {
+                break;
+            }
+            cells.cells[static_cast<std::size_t>(at)] = {first, style};
+            if (padded) {
+                at += 1;
+            } else {
+                cells.cells[static_cast<std::size_t>(at) + 1] = {second, style};
+                at += 2;
+            }
+        }
+        if (count > 0) {
+            // The cells written lie side by side, from `start` to `at`.
+            cells.written |=
+                static_cast<std::uint32_t>(((std::uint64_t{1} << (at - start)) - 1) << start);
+            touched_ |= 1U << row;
+            column = at;
+        }
+        return count;
     }
     void Erase(int row, int column);
     void EraseFrom(int row, int column);
@@ -82,14 +111,49 @@ public:
     // Moves the rows of a roll-up window so that its base row becomes `newBase`.
     void MoveWindow(int oldBase, int newBase, int depth);
 
+    // For a writer that takes the rows' cells as they lie: calls
+    // `visit(written, cells, beyond)` for each row that holds cells, top to
+    // bottom, `written` marking the columns of `cells` in use and `beyond`
+    // telling whether cells lie past the last column, until `visit` returns
+    // false; returns whether it saw every row.
+    template <typename Visit> bool VisitRows(const Visit& visit) const {
+        for (std::uint32_t rows = touched_; rows != 0; rows &= rows - 1) {
+            const Row& row = rows_[static_cast<std::size_t>(std::countr_zero(rows))];
+            if (!row.IsEmpty() && !visit(row.written, row.cells, !row.beyond.empty())) {
+                return false;
+            }
+        }
+        return true;
+    }
+    // At least the number of rows that hold cells.
+    int RowsInUseAtMost() const { return std::popcount(touched_); }
+
+    // A caption's rows as lines of UTF-8 text in runs of one cell style, for
+    // a writer that takes them without the caption model. Kept from caption
+    // to caption, it keeps its storage.
+    struct Lines {
+        struct Run {
+            std::size_t end; // in `text`; the run starts where the one before ends
+            CellStyle style;
+        };
+        std::string text;
+        std::vector<Run> runs;             // adjacent runs of a line differ in style
+        std::vector<std::size_t> lineEnds; // the end of each line in `runs`
+
+        void Clear() {
+            text.clear();
+            runs.clear();
+            lineEnds.clear();
+        }
+    };
+
     // One paragraph per row that holds anything, top to bottom, placed on the
     // 32 × 15 grid at the row's first cell (x = column / 32, y = (row - 1) / 15),
     // free and left-aligned; gaps inside a row become spaces.
     std::vector<zelcaptioning::CaptionTextParagraphPtr> ToParagraphs() const;
-    // The same rows as lines of `text` (which must be empty), for a writer
-    // that takes them without the caption model; returns their count. Each
+    // The same rows, as the paragraphs hold them, appended to `lines`. Each
     // line's paragraph style is LineStyle().
-    std::size_t AppendLines(CaptionTextBuilder& text) const;
+    void AppendLines(Lines& lines) const;
     static zelcaptioning::ParagraphStyleAttributes LineStyle();
 
 private:
@@ -112,7 +176,7 @@ private:
     using Beyond = std::vector<std::pair<int, Cell>>;
     static Beyond::iterator CellBeyond(Beyond& cells, int column);
     static void WriteBeyond(Row& row, int column, const Cell& cell);
-    static void AppendRow(const Row& row, CaptionTextBuilder& text);
+    static void AppendRow(const Row& row, Lines& lines);
 
     // Marks exactly the rows that hold cells, as after a roll-up.
     void MarkRowsHoldingCells();

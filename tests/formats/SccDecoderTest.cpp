@@ -208,6 +208,17 @@ TEST(Cea608Decoder, ReportsBadWordsAndTimeCodesWithTheirPlace) {
                 ElementsAre(HasSubstr("t.scc:1:1: not an SCC file")));
 }
 
+// A word of valid UTF-8 that is not ASCII is quoted as written, however long.
+TEST(Cea608Decoder, QuotesAWordOfValidUtf8AsWritten) {
+    const ReadResult result = SccReader().Read(
+        "Scenarist_SCC V1.0\n\n00:00:01:00\t9420 d\xC3\xA9j\xC3\xA0-vu-tr\xC3\xA8s-long 942f\n",
+        {"t.scc"});
+    ASSERT_TRUE(result.Succeeded());
+    EXPECT_THAT(Messages(result.warnings),
+                ElementsAre("t.scc:3:18: word \"d\u00E9j\u00E0-vu-tr\u00E8s-long\" skipped: not "
+                            "four hex digits"));
+}
+
 // Bytes that are not UTF-8 and NUL are read as U+FFFD wherever they fall, and
 // columns count the text so read; a byte order mark is dropped at the start of
 // the file only; lines end at CR LF, a lone CR or a lone LF.

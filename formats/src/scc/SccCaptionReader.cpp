@@ -76,7 +76,10 @@ std::string Decoded(std::string_view text) {
     if (!NeedsDecoding(text)) {
         return std::string(text);
     }
-    const DecodedText decoded(" " + std::string(text), TextEncoding::kUtf8);
+    // The decoded text may point into the bytes it was given (when they are
+    // valid UTF-8), so they must outlive it.
+    const std::string padded = " " + std::string(text);
+    const DecodedText decoded(padded, TextEncoding::kUtf8);
     return std::string(decoded.Text().substr(1));
 }
 

@@ -121,8 +121,12 @@ std::unique_ptr<ModelEdit> EditFrom(Project& project, const JsonReader& edit) {
         KSL::InterfaceRef<MasterClip> clip(
             new MasterClip(ReadClipSettings(edit.Member("settings"))));
         if (const auto streams = edit.FindMember("streams")) {
-            streams->ForEachElement([&clip](const JsonReader& stream, std::size_t) {
-                clip->AttachStream(StreamWithCaptions(stream));
+            streams->ForEachElement([&clip](const JsonReader& described, std::size_t) {
+                KSL::InterfaceRef<CaptioningStream> stream = StreamWithCaptions(described);
+                if (clip->FindCaptioningStream(stream->GetStreamFormat())) {
+                    described.Member("format").Fail("the clip has a stream of this format already");
+                }
+                clip->AttachStream(std::move(stream));
             });
         }
         const std::size_t count = bin->GetClips().size();

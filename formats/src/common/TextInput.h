@@ -29,6 +29,11 @@ private:
     std::string_view text_;
 };
 
+// Whether the text holds nothing but spaces and tabs.
+inline bool IsBlank(std::string_view text) {
+    return text.find_first_not_of(" \t") == std::string_view::npos;
+}
+
 struct TextLine {
     std::string_view text;
     std::uint64_t number = 0; // 1-based

@@ -190,12 +190,9 @@ void ReadSccCaptions(std::string_view bytes, DiagnosticLog& log, cea608::Decoded
     // SCC is ASCII: its lines are read where they lie, and a line that is not
     // is decoded where it matters (FeedWords).
     LineCursor lines(bytes);
-    auto isBlank = [](std::string_view text) {
-        return text.find_first_not_of(" \t") == std::string_view::npos;
-    };
     TextLine first;
     bool any = lines.Next(first);
-    while (any && isBlank(first.text)) {
+    while (any && IsBlank(first.text)) {
         any = lines.Next(first);
     }
     const bool hasHeader = any && first.text.starts_with(kHeader);
@@ -216,7 +213,7 @@ void ReadSccCaptions(std::string_view bytes, DiagnosticLog& log, cea608::Decoded
     std::int64_t endFrame = 0;
     TextLine line = first;
     for (bool more = !hasHeader || lines.Next(line); more; more = lines.Next(line)) {
-        if (!isBlank(line.text)) {
+        if (!IsBlank(line.text)) {
             endFrame = FeedLine(line, endFrame, decoder, log);
         }
     }

@@ -16,10 +16,6 @@ namespace {
 
 // Only spaces and tabs; compared in place, as the library's search looks up
 // each byte in the set of two.
-bool IsBlank(std::string_view line) {
-    return std::all_of(line.begin(), line.end(), [](char c) { return c == ' ' || c == '\t'; });
-}
-
 // Whether the line holds "-->", the mark of a timing line, good or bad.
 bool HasArrow(std::string_view line) {
     for (std::size_t at = 0; (at = FindFirstOf<'-'>(line, at)) + 2 < line.size(); ++at) {

@@ -5,6 +5,7 @@
 #include "common/CssColor.h"
 #include "common/KeypadAnchor.h"
 #include "common/SpanTags.h"
+#include "common/TextInput.h"
 #include "scc/Cea608Screen.h"
 
 #include <algorithm>
@@ -95,10 +96,6 @@ constexpr std::array<bool, 128> kPlainCharacters = [] {
     return table;
 }();
 
-bool IsBlankText(std::string_view text) {
-    return text.find_first_not_of(" \t") == std::string_view::npos;
-}
-
 } // namespace
 
 char* SrtCueWriter::CopyCueHead(char* to, zelmediatypes::TickTime begin,
@@ -130,7 +127,7 @@ void SrtCueWriter::Write(const Caption& caption, std::size_t index) {
     }
     for (std::uint64_t p = 0; p < caption.GetNumParagraphs(); ++p) {
         const CaptionTextParagraph& paragraph = *caption.GetCaptionTextParagraph(p);
-        if (IsBlankText(zelcore::ToUTF8(paragraph.GetText()))) {
+        if (IsBlank(zelcore::ToUTF8(paragraph.GetText()))) {
             Lose("empty line dropped");
             continue;
         }
@@ -168,7 +165,7 @@ void SrtCueWriter::WriteSpans(zelmediatypes::TickTime begin, zelmediatypes::Tick
             lineStart = lineEnd;
             bool blank = true;
             for (const Span& span : line) {
-                blank = blank && IsBlankText(span.utf8);
+                blank = blank && IsBlank(span.utf8);
             }
             if (blank) {
                 Lose("empty line dropped");

@@ -447,6 +447,110 @@ TEST(DirectConversion, SrtToWebVttMatchesTheModelPathOnWrittenFiles) {
     EXPECT_TRUE(SameAsModelPath(CaptionFileFormat::kSrt, CaptionFileFormat::kWebVtt, bytes));
 }
 
+// The file with a space after every line of digits alone: a cue number so
+// spelled is still one, and a line of text ends the same once trimmed, but
+// no cue of it has the usual shape that is read straight from the bytes.
+std::string WithoutUsualCues(std::string_view bytes) {
+    std::string spelled;
+    std::size_t lineStart = 0;
+    for (std::size_t at = 0; at <= bytes.size(); ++at) {
+        if (at == bytes.size() || bytes[at] == '\n' || bytes[at] == '\r') {
+            const std::string_view line = bytes.substr(lineStart, at - lineStart);
+            spelled += line;
+            if (!line.empty() && line.find_first_not_of("0123456789") == std::string_view::npos) {
+                spelled += ' ';
+            }
+            if (at < bytes.size()) {
+                spelled += bytes[at];
+            }
+            lineStart = at + 1;
+        }
+    }
+    return spelled;
+}
+
+// Cues of the usual shape (a line of digits, "HH:MM:SS,mmm --> HH:MM:SS,mmm",
+// text, a blank line) are read straight from the bytes, all others line by
+// line: a file must read the same either way, cue by cue and warning by
+// warning, whichever cues leave the usual shape and wherever in the file.
+::testing::AssertionResult ReadsAsWithoutUsualCues(std::string_view bytes) {
+    const std::string spelled = WithoutUsualCues(bytes);
+    for (const std::string_view file : {bytes, std::string_view(spelled)}) {
+        if (auto same = SameAsModelPath(CaptionFileFormat::kSrt, CaptionFileFormat::kWebVtt, file);
+            !same) {
+            return same << (file == bytes ? " (as written)" : " (without usual cues)");
+        }
+    }
+    const auto usual = ConvertDirectly(CaptionFileFormat::kSrt, CaptionFileFormat::kWebVtt, bytes,
+                                       {"in"}, {"out"});
+    const auto other = ConvertDirectly(CaptionFileFormat::kSrt, CaptionFileFormat::kWebVtt, spelled,
+                                       {"in"}, {"out"});
+    if (usual->captionCount != other->captionCount ||
+        Messages(usual->read.warnings) != Messages(other->read.warnings) ||
+        Messages(usual->read.errors) != Messages(other->read.errors) ||
+        Messages(usual->written.warnings) != Messages(other->written.warnings) ||
+        usual->written.bytes != other->written.bytes) {
+        auto failure = ::testing::AssertionFailure() << "read otherwise without usual cues:";
+        for (const auto* conversion : {&*usual, &*other}) {
+            failure << "\n" << conversion->captionCount << " captions, warnings:";
+            for (const std::string& message : Messages(conversion->read.warnings)) {
+                failure << "\n  " << message;
+            }
+            failure << "\n" << conversion->written.bytes;
+        }
+        return failure;
+    }
+    return ::testing::AssertionSuccess();
+}
+
+TEST(DirectConversion, SrtCuesReadTheSameInTheUsualShapeAndOtherwise) {
+    const std::string timing = "00:00:01,000 --> 00:00:02,000";
+    const std::string later = "00:00:03,000 --> 00:00:04,500";
+    for (const std::string& file : std::vector<std::string>{
+             // cue numbers of any length, line ends of every kind and mixed
+             "0001\n" + timing + "\nx\n\n18446744073709551616999\r\n" + later + "\r\ny\r\n",
+             "1\r" + timing + "\ntext\r\n\r2\r\n" + later + "\rz\r",
+             "1\r\r\n" + timing + "\nafter an empty line\n\n2\n" + later + "\nz\n",
+             // cue numbers with blanks, timing lines with anything after them
+             " 1\n" + timing + "\nx\n\n2\t\n" + later + " \ny\n\n3\n" + later + "\tX1:5\nz\n",
+             // blank lines of spaces, several blank lines, none at the end
+             "1\n" + timing + "\nx\n \t \n\n\n2\n" + later + "\ny",
+             "1\r" + timing + "\rx\r \t\r2\r\n" + later + "\r\ny\r\n \r\nstray\r\n",
+             "1\r" + timing + "\r\nx\r\n\r\n2\n" + later + "\r\ny\r\n",
+             "1\n" + timing + "\n\n2\n" + later + "\n   \n",
+             "1\n" + timing,
+             "1\n" + timing + "\n",
+             "\n\n1\n" + timing + "\nx\n\n",
+             // lines of digits as text, as cue numbers with no timing, and
+             // before the next cue without a blank line
+             "1\n" + timing + "\n42\n  7  \nafter\n\n2\n" + later + "\n99 bottles\n",
+             "1\n" + timing + "\ntext\n2\n" + later + "\nmore\n",
+             "5\n\n1\n" + timing + "\nx\n",
+             "1\n" + timing + "\nx\n\n7\n8\n" + later + "\ny\n",
+             // "-->" in text, good and bad timing lines ending the text
+             "1\n" + timing + "\na --> b\nc-->\n-- >\n->\n--\n\n2\n" + later + "\nd\n",
+             "1\n" + timing + "\nx\n" + later + "\ny\n\n2\n" + later + "\nz\n",
+             "1\n" + timing + "\nx\n 00:00:09,000 -> 1\ny\n\n2\n" + later + "\nz\n",
+             // an end before the begin, a bad timing, a missing number
+             "1\n00:00:05,000 --> 00:00:01,000\nx\n\n2\n00:00:06,000 --> 00:00:07,000\ny\n",
+             "1\n00:00:05,000 --> 00:00:01,00x\nx\n\n2\n" + later + "\ny\n",
+             "1\n" + timing + "\nx\n\n" + later + "\ny\n\n3\n00:00:05,000 --> 00:00:06,000\nz\n",
+             // stray lines between cues, text with trailing blanks and tags at
+             // line ends, '>' in text
+             "stray\n1\n" + timing + "\nx  \n\t\nstray\n\n2\n" + later + "\n<i>a</i> \t\nb<i>\n",
+             "1\n" + timing + "\n> a >> b\n<b>x</b>>\n<I>up</I>\n\n2\n" + later + "\n&amp;>\n",
+         }) {
+        SCOPED_TRACE(file);
+        EXPECT_TRUE(ReadsAsWithoutUsualCues(file));
+    }
+    std::mt19937 random(2024);
+    for (int file = 0; file < 100; ++file) {
+        SCOPED_TRACE("random file " + std::to_string(file));
+        ASSERT_TRUE(ReadsAsWithoutUsualCues(RandomSrt(random, 1 + file % 20)));
+        ASSERT_TRUE(ReadsAsWithoutUsualCues(EmphasisSrt(random, 1 + file % 20)));
+    }
+}
+
 // Long files are handed on in many pieces, each ending with a whole caption.
 TEST(DirectConversion, LongFilesMatchTheModelPathInPieces) {
     test::CaptionCapabilities srt;

@@ -422,10 +422,28 @@ TEST(DirectConversion, SrtToWebVttMatchesTheModelPathOnEmphasisedText) {
         SCOPED_TRACE("emphasis file " + std::to_string(file));
         ASSERT_TRUE(SameAsModelPath(CaptionFileFormat::kSrt, CaptionFileFormat::kWebVtt, bytes));
     }
-    for (const char* text :
-         {"<i>a</i><i>b</i>", "<i>a<b></b>b</i>", "<b><i>x</i></b>", "<i><b>x</b></i>", "</i>a<i>b",
-          "<i>a\nb</i>c", "<u></u>\nz", "<i></i>", "a <i> </i> b", "a>b>>", "x \t<i>",
-          "<I>y</i>z</I>", "<b><b>w</b>v</b>u"}) {
+    for (const char* text : {"<i>a</i><i>b</i>",
+                             "<i>a<b></b>b</i>",
+                             "<b><i>x</i></b>",
+                             "<i><b>x</b></i>",
+                             "</i>a<i>b",
+                             "<i>a\nb</i>c",
+                             "<u></u>\nz",
+                             "<i></i>",
+                             "a <i> </i> b",
+                             "a>b>>",
+                             "x \t<i>",
+                             "<I>y</i>z</I>",
+                             "<b><b>w</b>v</b>u",
+                             "a<i>",
+                             "a</i>",
+                             ">",
+                             "<i>>a</i>>",
+                             "<b>a</b><i>b</i>",
+                             "<i>x</i> \t",
+                             "<i>a</i><I>b</I>",
+                             "<b><i>a</i>b</b>",
+                             "<i>a</i>b\n<i>c"}) {
         SCOPED_TRACE(text);
         EXPECT_TRUE(SameAsModelPath(CaptionFileFormat::kSrt, CaptionFileFormat::kWebVtt,
                                     std::string("1\n00:00:01,000 --> 00:00:02,000\n") + text +

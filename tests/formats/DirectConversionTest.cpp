@@ -443,7 +443,11 @@ TEST(DirectConversion, SrtToWebVttMatchesTheModelPathOnEmphasisedText) {
                              "<i>x</i> \t",
                              "<i>a</i><I>b</I>",
                              "<b><i>a</i>b</b>",
-                             "<i>a</i>b\n<i>c"}) {
+                             "<i>a</i>b\n<i>c",
+                             "x>i>y</i>",
+                             "<i>x</i>>b>",
+                             "<u>{b>z</u>",
+                             "<b>v</i>w"}) {
         SCOPED_TRACE(text);
         EXPECT_TRUE(SameAsModelPath(CaptionFileFormat::kSrt, CaptionFileFormat::kWebVtt,
                                     std::string("1\n00:00:01,000 --> 00:00:02,000\n") + text +

@@ -2,6 +2,8 @@
 
 #include "common/ByteScan.h"
 
+#include <bit>
+
 namespace captionformats::srt {
 
 namespace {
@@ -128,6 +130,44 @@ bool WriteEmphasisLine(std::string_view text, EmphasisDepths& depths, LineCopier
     return true;
 }
 
+// Whether what the writers write for a trimmed line, with no emphasis open
+// before it, is the line itself, as it is for most lines, told in one look at
+// its markup: text, or text between pairs of lowercase emphasis tags, neither
+// nested nor around nothing, and no other markup. Lines of up to 64 bytes
+// only; a line not told so here may still be written as it stands.
+bool PlainlyAsItStands(std::string_view text) {
+    if (text.empty() || text.size() > 64) {
+        return false;
+    }
+    std::uint64_t markup = WantedBits<'<', '{', '&', '>'>(text);
+    char open = 0;        // the letter of the tag open, if any
+    std::size_t rest = 0; // where the text after the last tag starts
+    while (markup != 0) {
+        const auto at = static_cast<std::size_t>(std::countr_zero(markup));
+        if (text[at] != '<' || (at == rest && rest > 0)) {
+            return false;
+        }
+        if (open == 0) {
+            const char name = at + 2 < text.size() ? text[at + 1] : '\0';
+            if ((name != 'b' && name != 'i' && name != 'u') || text[at + 2] != '>') {
+                return false;
+            }
+            open = name;
+            rest = at + 3;
+        } else {
+            if (at + 3 >= text.size() || text[at + 1] != '/' || text[at + 2] != open ||
+                text[at + 3] != '>') {
+                return false;
+            }
+            open = 0;
+            rest = at + 4;
+        }
+        // The tag's own '>' is no further markup.
+        markup &= rest < 64 ? ~std::uint64_t{0} << rest : 0;
+    }
+    return open == 0;
+}
+
 } // namespace
 
 bool AppendEmphasisLines(std::string& out, std::span<const TextLine> lines,
@@ -138,6 +178,11 @@ bool AppendEmphasisLines(std::string& out, std::span<const TextLine> lines,
         std::string_view text = line.text;
         while (!text.empty() && (text.back() == ' ' || text.back() == '\t')) {
             text.remove_suffix(1);
+        }
+        if (depths.Current() == 0 && PlainlyAsItStands(text)) {
+            out += text;
+            out += '\n';
+            continue;
         }
         LineCopier copier(out, text);
         if (!WriteEmphasisLine(text, depths, copier, escape)) {

@@ -8,6 +8,7 @@
 #include "DiagnosticMessages.h"
 #include "FormatSamples.h"
 #include "RandomCaptions.h"
+#include "SrtWithoutUsualCues.h"
 
 #include <gtest/gtest.h>
 
@@ -469,34 +470,12 @@ TEST(DirectConversion, SrtToWebVttMatchesTheModelPathOnWrittenFiles) {
     EXPECT_TRUE(SameAsModelPath(CaptionFileFormat::kSrt, CaptionFileFormat::kWebVtt, bytes));
 }
 
-// The file with a space after every line of digits alone: a cue number so
-// spelled is still one, and a line of text ends the same once trimmed, but
-// no cue of it has the usual shape that is read straight from the bytes.
-std::string WithoutUsualCues(std::string_view bytes) {
-    std::string spelled;
-    std::size_t lineStart = 0;
-    for (std::size_t at = 0; at <= bytes.size(); ++at) {
-        if (at == bytes.size() || bytes[at] == '\n' || bytes[at] == '\r') {
-            const std::string_view line = bytes.substr(lineStart, at - lineStart);
-            spelled += line;
-            if (!line.empty() && line.find_first_not_of("0123456789") == std::string_view::npos) {
-                spelled += ' ';
-            }
-            if (at < bytes.size()) {
-                spelled += bytes[at];
-            }
-            lineStart = at + 1;
-        }
-    }
-    return spelled;
-}
-
 // Cues of the usual shape (a line of digits, "HH:MM:SS,mmm --> HH:MM:SS,mmm",
 // text, a blank line) are read straight from the bytes, all others line by
 // line: a file must read the same either way, cue by cue and warning by
 // warning, whichever cues leave the usual shape and wherever in the file.
 ::testing::AssertionResult ReadsAsWithoutUsualCues(std::string_view bytes) {
-    const std::string spelled = WithoutUsualCues(bytes);
+    const std::string spelled = format_test::SrtWithoutUsualCues(bytes);
     for (const std::string_view file : {bytes, std::string_view(spelled)}) {
         if (auto same = SameAsModelPath(CaptionFileFormat::kSrt, CaptionFileFormat::kWebVtt, file);
             !same) {

@@ -8,6 +8,7 @@
 #include "DiagnosticMessages.h"
 #include "FormatSamples.h"
 #include "RandomCaptions.h"
+#include "SrtWithoutUsualCues.h"
 
 #include <gtest/gtest.h>
 
@@ -422,10 +423,32 @@ TEST(DirectConversion, SrtToWebVttMatchesTheModelPathOnEmphasisedText) {
         SCOPED_TRACE("emphasis file " + std::to_string(file));
         ASSERT_TRUE(SameAsModelPath(CaptionFileFormat::kSrt, CaptionFileFormat::kWebVtt, bytes));
     }
-    for (const char* text :
-         {"<i>a</i><i>b</i>", "<i>a<b></b>b</i>", "<b><i>x</i></b>", "<i><b>x</b></i>", "</i>a<i>b",
-          "<i>a\nb</i>c", "<u></u>\nz", "<i></i>", "a <i> </i> b", "a>b>>", "x \t<i>",
-          "<I>y</i>z</I>", "<b><b>w</b>v</b>u"}) {
+    for (const char* text : {"<i>a</i><i>b</i>",
+                             "<i>a<b></b>b</i>",
+                             "<b><i>x</i></b>",
+                             "<i><b>x</b></i>",
+                             "</i>a<i>b",
+                             "<i>a\nb</i>c",
+                             "<u></u>\nz",
+                             "<i></i>",
+                             "a <i> </i> b",
+                             "a>b>>",
+                             "x \t<i>",
+                             "<I>y</i>z</I>",
+                             "<b><b>w</b>v</b>u",
+                             "a<i>",
+                             "a</i>",
+                             ">",
+                             "<i>>a</i>>",
+                             "<b>a</b><i>b</i>",
+                             "<i>x</i> \t",
+                             "<i>a</i><I>b</I>",
+                             "<b><i>a</i>b</b>",
+                             "<i>a</i>b\n<i>c",
+                             "x>i>y</i>",
+                             "<i>x</i>>b>",
+                             "<u>{b>z</u>",
+                             "<b>v</i>w"}) {
         SCOPED_TRACE(text);
         EXPECT_TRUE(SameAsModelPath(CaptionFileFormat::kSrt, CaptionFileFormat::kWebVtt,
                                     std::string("1\n00:00:01,000 --> 00:00:02,000\n") + text +
@@ -445,6 +468,88 @@ TEST(DirectConversion, SrtToWebVttMatchesTheModelPathOnWrittenFiles) {
     const auto captions = test::RandomCaptions(random, 500, srt);
     const std::string bytes = SrtWriter().Write(captions, {"in.srt"}).bytes;
     EXPECT_TRUE(SameAsModelPath(CaptionFileFormat::kSrt, CaptionFileFormat::kWebVtt, bytes));
+}
+
+// Cues of the usual shape (a line of digits, "HH:MM:SS,mmm --> HH:MM:SS,mmm",
+// text, a blank line) are read straight from the bytes, all others line by
+// line: a file must read the same either way, cue by cue and warning by
+// warning, whichever cues leave the usual shape and wherever in the file.
+::testing::AssertionResult ReadsAsWithoutUsualCues(std::string_view bytes) {
+    const std::string spelled = format_test::SrtWithoutUsualCues(bytes);
+    for (const std::string_view file : {bytes, std::string_view(spelled)}) {
+        if (auto same = SameAsModelPath(CaptionFileFormat::kSrt, CaptionFileFormat::kWebVtt, file);
+            !same) {
+            return same << (file == bytes ? " (as written)" : " (without usual cues)");
+        }
+    }
+    const auto usual = ConvertDirectly(CaptionFileFormat::kSrt, CaptionFileFormat::kWebVtt, bytes,
+                                       {"in"}, {"out"});
+    const auto other = ConvertDirectly(CaptionFileFormat::kSrt, CaptionFileFormat::kWebVtt, spelled,
+                                       {"in"}, {"out"});
+    if (usual->captionCount != other->captionCount ||
+        Messages(usual->read.warnings) != Messages(other->read.warnings) ||
+        Messages(usual->read.errors) != Messages(other->read.errors) ||
+        Messages(usual->written.warnings) != Messages(other->written.warnings) ||
+        usual->written.bytes != other->written.bytes) {
+        auto failure = ::testing::AssertionFailure() << "read otherwise without usual cues:";
+        for (const auto* conversion : {&*usual, &*other}) {
+            failure << "\n" << conversion->captionCount << " captions, warnings:";
+            for (const std::string& message : Messages(conversion->read.warnings)) {
+                failure << "\n  " << message;
+            }
+            failure << "\n" << conversion->written.bytes;
+        }
+        return failure;
+    }
+    return ::testing::AssertionSuccess();
+}
+
+TEST(DirectConversion, SrtCuesReadTheSameInTheUsualShapeAndOtherwise) {
+    const std::string timing = "00:00:01,000 --> 00:00:02,000";
+    const std::string later = "00:00:03,000 --> 00:00:04,500";
+    for (const std::string& file : std::vector<std::string>{
+             // cue numbers of any length, line ends of every kind and mixed
+             "0001\n" + timing + "\nx\n\n18446744073709551616999\r\n" + later + "\r\ny\r\n",
+             "1\r" + timing + "\ntext\r\n\r2\r\n" + later + "\rz\r",
+             "1\r\r\n" + timing + "\nafter an empty line\n\n2\n" + later + "\nz\n",
+             // cue numbers with blanks, timing lines with anything after them
+             " 1\n" + timing + "\nx\n\n2\t\n" + later + " \ny\n\n3\n" + later + "\tX1:5\nz\n",
+             // blank lines of spaces, several blank lines, none at the end
+             "1\n" + timing + "\nx\n \t \n\n\n2\n" + later + "\ny",
+             "1\r" + timing + "\rx\r \t\r2\r\n" + later + "\r\ny\r\n \r\nstray\r\n",
+             "1\r" + timing + "\r\nx\r\n\r\n2\n" + later + "\r\ny\r\n",
+             "1\n" + timing + "\n\n2\n" + later + "\n   \n",
+             "1\n" + timing,
+             "1\n" + timing + "\n",
+             "\n\n1\n" + timing + "\nx\n\n",
+             // lines of digits as text, as cue numbers with no timing, and
+             // before the next cue without a blank line
+             "1\n" + timing + "\n42\n  7  \nafter\n\n2\n" + later + "\n99 bottles\n",
+             "1\n" + timing + "\ntext\n2\n" + later + "\nmore\n",
+             "5\n\n1\n" + timing + "\nx\n",
+             "1\n" + timing + "\nx\n\n7\n8\n" + later + "\ny\n",
+             // "-->" in text, good and bad timing lines ending the text
+             "1\n" + timing + "\na --> b\nc-->\n-- >\n->\n--\n\n2\n" + later + "\nd\n",
+             "1\n" + timing + "\nx\n" + later + "\ny\n\n2\n" + later + "\nz\n",
+             "1\n" + timing + "\nx\n 00:00:09,000 -> 1\ny\n\n2\n" + later + "\nz\n",
+             // an end before the begin, a bad timing, a missing number
+             "1\n00:00:05,000 --> 00:00:01,000\nx\n\n2\n00:00:06,000 --> 00:00:07,000\ny\n",
+             "1\n00:00:05,000 --> 00:00:01,00x\nx\n\n2\n" + later + "\ny\n",
+             "1\n" + timing + "\nx\n\n" + later + "\ny\n\n3\n00:00:05,000 --> 00:00:06,000\nz\n",
+             // stray lines between cues, text with trailing blanks and tags at
+             // line ends, '>' in text
+             "stray\n1\n" + timing + "\nx  \n\t\nstray\n\n2\n" + later + "\n<i>a</i> \t\nb<i>\n",
+             "1\n" + timing + "\n> a >> b\n<b>x</b>>\n<I>up</I>\n\n2\n" + later + "\n&amp;>\n",
+         }) {
+        SCOPED_TRACE(file);
+        EXPECT_TRUE(ReadsAsWithoutUsualCues(file));
+    }
+    std::mt19937 random(2024);
+    for (int file = 0; file < 100; ++file) {
+        SCOPED_TRACE("random file " + std::to_string(file));
+        ASSERT_TRUE(ReadsAsWithoutUsualCues(RandomSrt(random, 1 + file % 20)));
+        ASSERT_TRUE(ReadsAsWithoutUsualCues(EmphasisSrt(random, 1 + file % 20)));
+    }
 }
 
 // Long files are handed on in many pieces, each ending with a whole caption.

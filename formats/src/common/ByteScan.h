@@ -3,6 +3,7 @@
 #include <array>
 #include <bit>
 #include <cstddef>
+#include <cstdint>
 #include <string_view>
 
 #if defined(__SSE2__)
@@ -50,6 +51,31 @@ template <char... Wanted> std::size_t FindFirstOf(std::string_view text, std::si
         ++from;
     }
     return from;
+}
+
+// Bit i set where byte i of `text`, at most 64 bytes long, is one of
+// `Wanted`: all of a short text's marks found at once, for a caller that goes
+// from one to the next without scanning again.
+template <char... Wanted> std::uint64_t WantedBits(std::string_view text) {
+    std::uint64_t bits = 0;
+    std::size_t at = 0;
+#if defined(__SSE2__)
+    const char* data = text.data();
+    for (; at + 16 <= text.size(); at += 16) {
+        const __m128i block = _mm_loadu_si128(reinterpret_cast<const __m128i*>(data + at));
+        bits |= std::uint64_t{WantedMask<Wanted...>(block)} << at;
+    }
+    if (at < text.size() && text.size() >= 16) {
+        // The last 16 bytes, overlapping the block before.
+        const std::size_t last = text.size() - 16;
+        const __m128i block = _mm_loadu_si128(reinterpret_cast<const __m128i*>(data + last));
+        return bits | std::uint64_t{WantedMask<Wanted...>(block)} << last;
+    }
+#endif
+    for (; at < text.size(); ++at) {
+        bits |= std::uint64_t{((text[at] == Wanted) || ...)} << at;
+    }
+    return bits;
 }
 
 } // namespace captionformats

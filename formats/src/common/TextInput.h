@@ -46,6 +46,11 @@ class LineCursor {
 public:
     explicit LineCursor(std::string_view text)
         : text_(text) {}
+    // Starts at byte `start` of the text, the start of line `number`.
+    LineCursor(std::string_view text, std::size_t start, std::uint64_t number)
+        : text_(text)
+        , start_(start)
+        , number_(number) {}
 
     // The next line into `line`; false at the end of the text.
     bool Next(TextLine& line);

@@ -3,6 +3,7 @@
 #include "common/ClockText.h"
 
 #include <algorithm>
+#include <cstring>
 #include <optional>
 
 namespace captionformats::srt {
@@ -113,11 +114,12 @@ std::int64_t UsualMilliseconds(const char* at) {
     return seconds * 1000 + f1 * 100 + f2 * 10 + f3;
 }
 
-// "HH:MM:SS,mmm --> HH:MM:SS,mmm" alone or followed by a space or tab, into
-// `timing`; false for any other line.
+} // namespace
+
 bool ReadUsualTiming(std::string_view line, CueTiming& timing) {
     constexpr std::size_t kLength = 29;
-    if (line.size() < kLength || line.substr(12, 5) != " --> " ||
+    // The arrow compared as five bytes known in length, without a call.
+    if (line.size() < kLength || std::memcmp(line.data() + 12, " --> ", 5) != 0 ||
         (line.size() > kLength && line[kLength] != ' ' && line[kLength] != '\t')) {
         return false;
     }
@@ -135,6 +137,8 @@ bool ReadUsualTiming(std::string_view line, CueTiming& timing) {
     timing.usualText = line.substr(0, kLength);
     return true;
 }
+
+namespace {
 
 // Any timing line, through the scanner.
 std::variant<CueTiming, TimingError> ScanTiming(std::string_view line) {

@@ -30,6 +30,11 @@ struct TimingError {
 // coordinates) ignored.
 std::variant<CueTiming, TimingError> ParseCueTiming(std::string_view line);
 
+// "HH:MM:SS,mmm --> HH:MM:SS,mmm" alone or followed by a space or tab, into
+// `timing`, as ParseCueTiming reads it; false, for ParseCueTiming to read,
+// for any other line.
+bool ReadUsualTiming(std::string_view line, CueTiming& timing);
+
 // True when the line, trimmed, is a cue number.
 bool IsCueNumber(std::string_view line);
 

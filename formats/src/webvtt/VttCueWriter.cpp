@@ -6,6 +6,8 @@
 #include "webvtt/VttColorClasses.h"
 #include "webvtt/VttPlacement.h"
 
+#include <cstring>
+
 namespace captionformats::webvtt {
 
 using namespace zelcaptioning;
@@ -47,6 +49,26 @@ void VttCueWriter::StartCue(zelmediatypes::TickTime begin, zelmediatypes::TickTi
     out_ += clockText;
     out_[at + 8] = '.';
     out_[at + 25] = '.';
+}
+
+void VttCueWriter::WriteOpenTimingLine(zelmediatypes::TickTime begin, zelmediatypes::TickTime end,
+                                       std::size_t index, std::string_view clockText,
+                                       std::string_view settings) {
+    constexpr std::size_t kClockLength = 29;
+    if (clockText.size() != kClockLength || !settings.empty()) {
+        StartCue(begin, end, kCaptionType_Open, index, clockText);
+        out_ += settings;
+        out_ += '\n';
+        return;
+    }
+    // The usual line, the most frequent by far, made whole and appended once.
+    BeginCue(begin, kCaptionType_Open, index);
+    char line[kClockLength + 1];
+    std::memcpy(line, clockText.data(), kClockLength);
+    line[8] = '.';
+    line[25] = '.';
+    line[kClockLength] = '\n';
+    out_.append(line, sizeof line);
 }
 
 void VttCueWriter::Write(const Caption& caption, std::size_t index) {

@@ -48,11 +48,8 @@ public:
             return false;
         }
         const std::size_t mark = out_.size();
-        StartCue(begin, end, zelcaptioning::kCaptionType_Open, index, clockText);
-        if (hasLines) {
-            out_ += placement.settings;
-        }
-        out_ += '\n';
+        WriteOpenTimingLine(begin, end, index, clockText,
+                            hasLines ? std::string_view(placement.settings) : std::string_view());
         if (!appendLines(out_, &AppendEscaped)) {
             out_.resize(mark);
             return false;
@@ -76,6 +73,11 @@ private:
     void StartCue(zelmediatypes::TickTime begin, zelmediatypes::TickTime end,
                   zelcaptioning::CaptionType type, std::size_t index,
                   std::string_view clockText = {});
+    // An open caption's whole timing line, `settings` and its '\n' included;
+    // `clockText` as for WriteOpenCaptionLines.
+    void WriteOpenTimingLine(zelmediatypes::TickTime begin, zelmediatypes::TickTime end,
+                             std::size_t index, std::string_view clockText,
+                             std::string_view settings);
     std::string Settings(const zelcaptioning::Caption& caption);
     std::string SettingsOf(const zelcaptioning::ParagraphStyleAttributes& style,
                            const zelcaptioning::Position& firstLinePosition);

@@ -57,26 +57,35 @@ public:
 private:
     enum class Mode { kPopOn, kRollUp, kPaintOn, kText };
 
-    void FeedCode(std::uint8_t first, std::uint8_t second, std::int64_t frame,
-                  const SourceLocation& where);
+    // Where a pair was read, made a SourceLocation only for a finding: most
+    // pairs are read without one.
+    struct PairPlace {
+        std::uint64_t line;
+        std::uint64_t column;
+        SourceLocation Location() const { return SourceLocation::AtLine(line, column); }
+    };
+
+    void FeedCode(std::uint8_t first, std::uint8_t second, std::int64_t frame, PairPlace where);
     // ClassifyPair's answer for a pair without parity bits. A file uses few
     // control codes, each many times: the answers are kept by pair.
     const Code& Classified(std::uint16_t pair);
-    void Execute(const Code& code, std::int64_t frame, const SourceLocation& where);
-    void ExecuteCommand(Command command, std::int64_t frame, const SourceLocation& where);
+    void Execute(const Code& code, std::int64_t frame, PairPlace where);
+    void ExecuteCommand(Command command, std::int64_t frame, PairPlace where);
     void PlaceCursor(const Code& code);
     void ApplyMidRow(const CodeStyle& style);
     // The basic characters of a pair without parity; bytes below 0x20 are none.
     void WriteCharacters(CaptionMemory& target, std::uint8_t first, std::uint8_t second,
-                         const SourceLocation& where);
-    void WriteCharacter(CaptionMemory& target, char32_t character, const SourceLocation& where);
+                         PairPlace where);
+    void WriteCharacter(CaptionMemory& target, char32_t character, PairPlace where);
     void StartRollUp(int depth, std::int64_t frame);
 
     void CloseCaption(std::int64_t frame);
     void OpenCaption(std::int64_t frame);
     zelcaptioning::CaptionType CurrentType() const;
     CaptionMemory& Target() { return mode_ == Mode::kPopOn ? *nonDisplayed_ : *displayed_; }
-    void WarnOnce(bool& reported, const SourceLocation& where, const char* message);
+    void WarnOnce(bool& reported, PairPlace where, const char* message);
+    // Whether pairs of characters are written: channel 1, not in text mode.
+    bool WritesCharacters() const { return dataChannel_ == 1 && mode_ != Mode::kText; }
 
     DiagnosticLog& log_;
     DecodedCaptionSink& sink_;

@@ -17,6 +17,7 @@ namespace {
 
 constexpr std::string_view kHeader = "Scenarist_SCC V1.0";
 constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
+constexpr std::size_t kTimecodeBytes = 11; // HH:MM:SS:FF
 
 bool IsSpace(char c) {
     return c == ' ' || c == '\t';
@@ -146,11 +147,19 @@ std::int64_t FeedWords(std::string_view text, std::uint64_t lineNumber, std::uin
 std::int64_t FeedLine(const TextInput::Line& line, std::int64_t previousEnd,
                       cea608::Cea608Decoder& decoder, DiagnosticLog& log) {
     const std::string_view text = line.text;
-    std::size_t position = 0;
-    while (position < text.size() && !IsSpace(text[position])) {
-        ++position;
+    // The time code is the line's first field, up to a space or tab. The
+    // usual one is eleven bytes with a space or tab after them; if they
+    // parse, they hold neither, so the field ends right there.
+    std::size_t position = kTimecodeBytes;
+    std::optional<ParsedTimecode> timecode;
+    if (text.size() <= position || !IsSpace(text[position]) ||
+        !(timecode = ParseTimecode(text.substr(0, position)))) {
+        position = 0;
+        while (position < text.size() && !IsSpace(text[position])) {
+            ++position;
+        }
+        timecode = ParseTimecode(text.substr(0, position));
     }
-    const auto timecode = ParseTimecode(text.substr(0, position));
     if (!timecode) {
         log.Warn(SourceLocation::AtLine(line.number, 1),
                  "line skipped: \"" + Decoded(text.substr(0, position)) +

@@ -346,12 +346,7 @@ bool SrtCueWriter::WriteScreen(zelmediatypes::TickTime begin, zelmediatypes::Tic
     return true;
 }
 
-const SrtCueWriter::ScreenStyle& SrtCueWriter::ScreenStyleOf(std::uint32_t cellStyle) {
-    for (const ScreenStyle& known : screenStyles_) {
-        if (known.cellStyle == cellStyle) {
-            return known;
-        }
-    }
+const SrtCueWriter::ScreenStyle& SrtCueWriter::AddScreenStyle(std::uint32_t cellStyle) {
     const TextSpanAttributes attributes =
         std::bit_cast<cea608::CaptionMemory::CellStyle>(cellStyle).Attributes();
     return screenStyles_.emplace_back(

@@ -81,14 +81,10 @@ void Cea608Decoder::FeedCode(std::uint8_t first, std::uint8_t second, std::int64
     Execute(Classified(pair), frame, where);
 }
 
-const Code& Cea608Decoder::Classified(std::uint16_t pair) {
-    KnownCode& known = knownCodes_[(pair ^ pair >> 5) % knownCodes_.size()];
-    if (known.pair != pair) {
-        known.pair = pair;
-        known.code = ClassifyPair(static_cast<std::uint8_t>(pair >> 8),
-                                  static_cast<std::uint8_t>(pair & 0xFF));
-    }
-    return known.code;
+void Cea608Decoder::Classify(KnownCode& known, std::uint16_t pair) {
+    known.pair = pair;
+    known.code =
+        ClassifyPair(static_cast<std::uint8_t>(pair >> 8), static_cast<std::uint8_t>(pair & 0xFF));
 }
 
 void Cea608Decoder::Execute(const Code& code, std::int64_t frame, PairPlace where) {

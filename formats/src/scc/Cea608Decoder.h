@@ -68,7 +68,13 @@ private:
     void FeedCode(std::uint8_t first, std::uint8_t second, std::int64_t frame, PairPlace where);
     // ClassifyPair's answer for a pair without parity bits. A file uses few
     // control codes, each many times: the answers are kept by pair.
-    const Code& Classified(std::uint16_t pair);
+    const Code& Classified(std::uint16_t pair) {
+        KnownCode& known = knownCodes_[(pair ^ pair >> 5) % knownCodes_.size()];
+        if (known.pair != pair) {
+            Classify(known, pair);
+        }
+        return known.code;
+    }
     void Execute(const Code& code, std::int64_t frame, PairPlace where);
     void ExecuteCommand(Command command, std::int64_t frame, PairPlace where);
     void PlaceCursor(const Code& code);
@@ -113,6 +119,8 @@ private:
         Code code;
     };
     std::array<KnownCode, 64> knownCodes_;
+    // Fills `known` with the classification of `pair`: out of line, as it is rare.
+    static void Classify(KnownCode& known, std::uint16_t pair);
     std::optional<std::pair<std::int64_t, zelcaptioning::CaptionType>> open_;
     bool reportedChannel2_ = false;
     bool reportedField2_ = false;

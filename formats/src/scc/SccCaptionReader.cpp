@@ -52,15 +52,14 @@ constexpr std::array<std::int16_t, 1 << 16> kHexPairs = [] {
 }();
 static_assert(std::endian::native == std::endian::little);
 
-// The value of the four hex digits at `word`, or -1 when one is not a hex digit.
+// The value of the four hex digits at `word`, or a negative number when one
+// is not a hex digit (-1 in either half makes the whole negative).
 int HexWord(const char* word) {
     std::uint16_t firstTwo = 0;
     std::uint16_t lastTwo = 0;
     std::memcpy(&firstTwo, word, 2);
     std::memcpy(&lastTwo, word + 2, 2);
-    const int high = kHexPairs[firstTwo];
-    const int low = kHexPairs[lastTwo];
-    return (high | low) < 0 ? -1 : high << 8 | low;
+    return kHexPairs[firstTwo] * 256 | kHexPairs[lastTwo];
 }
 
 // Whether TextInput would change the text: NUL and bytes that are not ASCII

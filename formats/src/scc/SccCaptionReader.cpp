@@ -7,6 +7,7 @@
 #include <array>
 #include <bit>
 #include <cstring>
+#include <deque>
 #include <string>
 
 namespace captionformats::scc {
@@ -173,7 +174,9 @@ std::int64_t FeedLine(const TextInput::Line& line, std::int64_t previousEnd,
                      log);
 }
 
-// Counts the captions that end on the file's last frame, as they pass.
+// Keeps the end frames of the captions as they pass, to count those that end
+// on the file's last frame once it is known. A deque grows without copying
+// what it holds or asking the system for one large block.
 class EndCounter final : public cea608::DecodedCaptionSink {
 public:
     explicit EndCounter(cea608::DecodedCaptionSink& next)
@@ -183,7 +186,7 @@ public:
         endFrames.push_back(endFrame);
         next_.Caption(beginFrame, endFrame, type, screen);
     }
-    std::vector<std::int64_t> endFrames;
+    std::deque<std::int64_t> endFrames;
 
 private:
     cea608::DecodedCaptionSink& next_;

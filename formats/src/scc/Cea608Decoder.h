@@ -77,17 +77,19 @@ private:
     }
     void Execute(const Code& code, std::int64_t frame, PairPlace where);
     void ExecuteCommand(Command command, std::int64_t frame, PairPlace where);
-    void PlaceCursor(const Code& code);
-    void ApplyMidRow(const CodeStyle& style);
+    // The small steps of executing a code, inline (defined with the decoder:
+    // nothing else calls them).
+    inline void PlaceCursor(const Code& code);
+    inline void ApplyMidRow(const CodeStyle& style);
     // The basic characters of a pair without parity; bytes below 0x20 are none.
     void WriteCharacters(CaptionMemory& target, std::uint8_t first, std::uint8_t second,
                          PairPlace where);
-    void WriteCharacter(CaptionMemory& target, char32_t character, PairPlace where);
+    inline void WriteCharacter(CaptionMemory& target, char32_t character, PairPlace where);
     void StartRollUp(int depth, std::int64_t frame);
 
     void CloseCaption(std::int64_t frame);
-    void OpenCaption(std::int64_t frame);
-    zelcaptioning::CaptionType CurrentType() const;
+    inline void OpenCaption(std::int64_t frame);
+    inline zelcaptioning::CaptionType CurrentType() const;
     CaptionMemory& Target() { return mode_ == Mode::kPopOn ? *nonDisplayed_ : *displayed_; }
     void WarnOnce(bool& reported, PairPlace where, const char* message);
     // Whether pairs of characters are written: channel 1, not in text mode.

@@ -76,3 +76,5 @@ BENCHMARK_CAPTURE(Write, EbuStl, CaptionFileFormat::kEbuStl, kCaptions)
 BENCHMARK_CAPTURE(Convert, SrtToWebVtt, CaptionFileFormat::kSrt, CaptionFileFormat::kWebVtt,
                   kCaptions)
     ->Unit(benchmark::kMillisecond);
+BENCHMARK_CAPTURE(Convert, SccToSrt, CaptionFileFormat::kScc, CaptionFileFormat::kSrt, kCaptions)
+    ->Unit(benchmark::kMillisecond);

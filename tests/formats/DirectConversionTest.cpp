@@ -389,6 +389,35 @@ TEST(DirectConversion, SccToSrtMatchesTheModelPathOnPlainAndOtherScreens) {
     EXPECT_TRUE(SameAsModelPath(CaptionFileFormat::kScc, CaptionFileFormat::kSrt, file));
 }
 
+// A plain row's cells are copied several at a time: a cell SubRip cannot take
+// as it is, a change of style or a gap may fall at any column among them, and a
+// stretch of cells may end anywhere.
+TEST(DirectConversion, SccToSrtMatchesTheModelPathWhereverARowChanges) {
+    std::string file = "Scenarist_SCC V1.0\n\n";
+    int second = 0;
+    auto addScreen = [&](const std::string& words) {
+        char timecode[32];
+        std::snprintf(timecode, sizeof timecode, "00:%02d:%02d:00\t", second / 60, second % 60);
+        file += timecode + ("9420 9420 94ae 94ae 94d0 94d0 " + words + "942f 942f\n\n");
+        second += 2;
+    };
+    const std::string text = "abcdefghijklm";
+    for (std::size_t at = 0; at < text.size(); ++at) {
+        const std::string before = text.substr(0, at);
+        const std::string after = text.substr(at + 1);
+        for (const char* odd : {"&", "<", ">", "*", "\x7F"}) {
+            addScreen(BasicWords(before + odd + after));
+        }
+        // "{\\", only sent as extended characters, each replacing a basic one
+        addScreen(BasicWords(before + "x") + "1329 1329 " + BasicWords("y") + "13ab 13ab " +
+                  BasicWords(after));
+        addScreen(BasicWords(before) + "91ae 91ae " + BasicWords(after));
+        addScreen(BasicWords(before) + "97a1 97a1 " + BasicWords(after));
+    }
+    file += "00:59:00:00\t942c 942c\n";
+    EXPECT_TRUE(SameAsModelPath(CaptionFileFormat::kScc, CaptionFileFormat::kSrt, file));
+}
+
 TEST(DirectConversion, SrtToWebVttMatchesTheModelPathOnEverySample) {
     SKIP_WITHOUT_SAMPLES();
     int files = 0;

@@ -208,6 +208,22 @@ TEST(Cea608Decoder, ReportsBadWordsAndTimeCodesWithTheirPlace) {
                 ElementsAre(HasSubstr("t.scc:1:1: not an SCC file")));
 }
 
+// A word is skipped whichever of its four digits is not hex, and takes its
+// frame; upper and lower case digits read alike, so a doubled code may mix them.
+TEST(Cea608Decoder, SkipsWordsWithABadDigitInAnyPlace) {
+    const ReadResult result = Decode("9420 94AE g420 9g20 94g0 942g 94D0 94d0 C1c1 942F 942f");
+    EXPECT_THAT(Messages(result.warnings),
+                ElementsAre("t.scc:3:23: word \"g420\" skipped: not four hex digits",
+                            "t.scc:3:28: word \"9g20\" skipped: not four hex digits",
+                            "t.scc:3:33: word \"94g0\" skipped: not four hex digits",
+                            "t.scc:3:38: word \"942g\" skipped: not four hex digits",
+                            "t.scc: the last caption is still shown at the end of the file; "
+                            "it ends with the file's last word"));
+    ASSERT_EQ(result.captions.size(), 1u);
+    EXPECT_THAT(test::LinesOf(*result.captions[0]), ElementsAre("AA"));
+    EXPECT_EQ(result.captions[0]->GetBeginTime(), formats_test::kNtscFrame * 39);
+}
+
 // A word of valid UTF-8 that is not ASCII is quoted as written, however long.
 TEST(Cea608Decoder, QuotesAWordOfValidUtf8AsWritten) {
     const ReadResult result = SccReader().Read(

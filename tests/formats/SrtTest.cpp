@@ -359,8 +359,8 @@ TEST(SrtWriter, EscapesMarkupWhereverItFalls) {
     }
 }
 
-// Times are rounded to the millisecond, halves up, and hours take two digits
-// or as many more as they need.
+// Times are rounded to the millisecond, halves up, times before zero are
+// written as zero, and hours take two digits or as many more as they need.
 TEST(SrtWriter, WritesTimesOfAnyHours) {
     const auto ticks = [](std::int64_t milliseconds, std::int64_t rest = 0) {
         return zelmediatypes::TickTime(zelmediatypes::kTicksPerSecond / 1000 * milliseconds + rest);
@@ -369,6 +369,7 @@ TEST(SrtWriter, WritesTimesOfAnyHours) {
     const std::int64_t hour = 3'600'000;
     const std::tuple<zelmediatypes::TickTime, zelmediatypes::TickTime, std::string> cases[] = {
         {ticks(0), ticks(7, halfMillisecond - 1), "00:00:00,000 --> 00:00:00,007"},
+        {ticks(-2 * hour), ticks(0, halfMillisecond), "00:00:00,000 --> 00:00:00,001"},
         {ticks(9 * hour + 59 * 60'000 + 59'999), ticks(10 * hour, halfMillisecond),
          "09:59:59,999 --> 10:00:00,001"},
         {ticks(100 * hour - 1, halfMillisecond), ticks(1234 * hour + 5 * 60'000 + 6'078),

@@ -1,8 +1,8 @@
 #include "common/ClockText.h"
 
-#include <algorithm>
 #include <array>
 #include <charconv>
+#include <cstring>
 
 namespace captionformats {
 
@@ -23,10 +23,17 @@ constexpr std::array<char, 200> kDigitPairs = [] {
     return pairs;
 }();
 
+// The whole milliseconds nearest to `ticks`, a half rounded up. Unsigned, so
+// that adding the half cannot overflow.
+std::int64_t NearestMilliseconds(std::uint64_t ticks) {
+    constexpr auto kTicks = static_cast<std::uint64_t>(kTicksPerMillisecond);
+    static_assert(kTicks % 2 == 0, "a half is a whole number of ticks");
+    return static_cast<std::int64_t>((ticks + kTicks / 2) / kTicks);
+}
+
 // `value` (below 100) as two digits at `to`; returns their end.
 char* CopyTwoDigits(char* to, unsigned value) {
-    to[0] = kDigitPairs[2 * value];
-    to[1] = kDigitPairs[2 * value + 1];
+    std::memcpy(to, kDigitPairs.data() + 2 * value, 2);
     return to + 2;
 }
 } // namespace
@@ -52,10 +59,8 @@ TickTime TimeFromMilliseconds(std::int64_t milliseconds) {
 
 std::int64_t RoundToMilliseconds(TickTime time) {
     const std::int64_t ticks = time.GetTicks();
-    const std::int64_t half = kTicksPerMillisecond / 2;
-    return ticks >= 0
-               ? (ticks / kTicksPerMillisecond) + ((ticks % kTicksPerMillisecond) >= half)
-               : -((-ticks / kTicksPerMillisecond) + ((-ticks % kTicksPerMillisecond) >= half));
+    return ticks >= 0 ? NearestMilliseconds(static_cast<std::uint64_t>(ticks))
+                      : -NearestMilliseconds(0 - static_cast<std::uint64_t>(ticks));
 }
 
 std::string FormatClockMilliseconds(TickTime time, char fractionSeparator) {
@@ -70,7 +75,10 @@ void AppendClockMilliseconds(std::string& out, TickTime time, char fractionSepar
 }
 
 char* CopyClockMilliseconds(char* to, TickTime time, char fractionSeparator) {
-    const std::int64_t milliseconds = std::max<std::int64_t>(RoundToMilliseconds(time), 0);
+    // Times before zero are written as zero.
+    const std::int64_t ticks = time.GetTicks();
+    const std::int64_t milliseconds =
+        ticks <= 0 ? 0 : NearestMilliseconds(static_cast<std::uint64_t>(ticks));
     const std::int64_t totalSeconds = milliseconds / 1000;
     const auto fraction = static_cast<unsigned>(milliseconds - totalSeconds * 1000);
     const std::int64_t hours = totalSeconds / 3600;

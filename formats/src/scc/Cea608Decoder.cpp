@@ -8,19 +8,21 @@ namespace captionformats::cea608 {
 
 using namespace zelcaptioning;
 
-void Cea608Decoder::WarnOnce(bool& reported, const SourceLocation& where, const char* message) {
+void Cea608Decoder::WarnOnce(bool& reported, PairPlace where, const char* message) {
     if (!reported) {
-        log_.Warn(where, message);
+        log_.Warn(where.Location(), message);
         reported = true;
     }
 }
 
 void Cea608Decoder::Feed(std::span<const std::uint16_t> pairs, std::int64_t frame,
                          std::uint64_t line, std::uint64_t column) {
-    for (std::size_t i = 0; i < pairs.size(); ++i) {
-        const auto first = static_cast<std::uint8_t>(pairs[i] >> 8);
-        const auto second = static_cast<std::uint8_t>(pairs[i]);
-        if (BasicCharacterWithParity(first) != 0 && dataChannel_ == 1 && mode_ != Mode::kText) {
+    const std::size_t count = pairs.size();
+    for (std::size_t i = 0; i < count; ++i) {
+        const std::uint16_t pair = pairs[i];
+        const auto first = static_cast<std::uint8_t>(pair >> 8);
+        const auto second = static_cast<std::uint8_t>(pair);
+        if (BasicCharacterWithParity(first) != 0 && WritesCharacters()) {
             const std::size_t written =
                 Target().WriteBasic(cursorRow_, cursorColumn_, pairs.subspan(i), style_);
             if (written > 0) {
@@ -29,36 +31,38 @@ void Cea608Decoder::Feed(std::span<const std::uint16_t> pairs, std::int64_t fram
                 continue;
             }
         }
-        auto place = [&] {
-            return SourceLocation::AtLine(line, column + kWordColumns * i);
-        };
-        const bool parityKept = HasOddParity(first) && HasOddParity(second);
-        if (parityKept) {
-            if (lastControl_ == PairBits(first, second)) {
+        const PairPlace where{line, column + kWordColumns * i};
+        const std::int64_t at = frame + static_cast<std::int64_t>(i);
+        if (HasOddParity(first) && HasOddParity(second)) {
+            const auto bits = static_cast<std::uint16_t>(pair & 0x7F7F);
+            if (lastControl_ == bits) {
                 lastControl_ = kNoControl; // the repeat of a doubled code
                 continue;
             }
-            const auto firstBits = static_cast<std::uint8_t>(first & 0x7F);
-            if (firstBits >= 0x20 && dataChannel_ == 1 && mode_ != Mode::kText) {
+            if (bits >= 0x2000 && WritesCharacters()) {
                 // Characters at the row's end or past it.
                 lastControl_ = kNoControl;
-                WriteCharacters(Target(), firstBits, second & 0x7F, place());
+                WriteCharacters(Target(), first & 0x7F, second & 0x7F, where);
+                continue;
+            }
+            if (bits >= 0x1000 && bits < 0x2000) {
+                lastControl_ = bits;
+                Execute(Classified(bits), at, where);
+                // Control codes come twice: the repeat is taken here, as the
+                // next turn of the loop would take it.
+                if (i + 1 < count && pairs[i + 1] == pair) {
+                    lastControl_ = kNoControl;
+                    ++i;
+                }
                 continue;
             }
         }
-        FeedCode(first, second, frame + static_cast<std::int64_t>(i), place());
-        // Control codes come twice: the repeat is taken here, as the next
-        // turn of the loop would take it.
-        if (parityKept && lastControl_ == PairBits(first, second) && i + 1 < pairs.size() &&
-            pairs[i + 1] == pairs[i]) {
-            lastControl_ = kNoControl;
-            ++i;
-        }
+        FeedCode(first, second, at, where);
     }
 }
 
 void Cea608Decoder::FeedCode(std::uint8_t first, std::uint8_t second, std::int64_t frame,
-                             const SourceLocation& where) {
+                             PairPlace where) {
     if (!HasOddParity(first) || !HasOddParity(second)) {
         WarnOnce(reportedParity_, where,
                  "parity errors: the bytes are decoded without their parity bit");
@@ -77,17 +81,13 @@ void Cea608Decoder::FeedCode(std::uint8_t first, std::uint8_t second, std::int64
     Execute(Classified(pair), frame, where);
 }
 
-const Code& Cea608Decoder::Classified(std::uint16_t pair) {
-    KnownCode& known = knownCodes_[(pair ^ pair >> 5) % knownCodes_.size()];
-    if (known.pair != pair) {
-        known.pair = pair;
-        known.code = ClassifyPair(static_cast<std::uint8_t>(pair >> 8),
-                                  static_cast<std::uint8_t>(pair & 0xFF));
-    }
-    return known.code;
+void Cea608Decoder::Classify(KnownCode& known, std::uint16_t pair) {
+    known.pair = pair;
+    known.code =
+        ClassifyPair(static_cast<std::uint8_t>(pair >> 8), static_cast<std::uint8_t>(pair & 0xFF));
 }
 
-void Cea608Decoder::Execute(const Code& code, std::int64_t frame, const SourceLocation& where) {
+void Cea608Decoder::Execute(const Code& code, std::int64_t frame, PairPlace where) {
     if (code.IsControl()) {
         const bool fieldTwo = code.kind == Code::Kind::kOtherChannelControl && code.channel == 1;
         dataChannel_ = fieldTwo ? 0 : code.channel;
@@ -140,13 +140,12 @@ void Cea608Decoder::Execute(const Code& code, std::int64_t frame, const SourceLo
     case Code::Kind::kOtherChannelControl:
         break;
     case Code::Kind::kUnknown:
-        log_.Warn(where, "unknown code pair skipped");
+        log_.Warn(where.Location(), "unknown code pair skipped");
         break;
     }
 }
 
-void Cea608Decoder::ExecuteCommand(Command command, std::int64_t frame,
-                                   const SourceLocation& where) {
+void Cea608Decoder::ExecuteCommand(Command command, std::int64_t frame, PairPlace where) {
     switch (command) {
     case Command::kResumeCaptionLoading:
         mode_ = Mode::kPopOn;
@@ -246,7 +245,7 @@ void Cea608Decoder::ApplyMidRow(const CodeStyle& style) {
 }
 
 void Cea608Decoder::WriteCharacters(CaptionMemory& target, std::uint8_t first, std::uint8_t second,
-                                    const SourceLocation& where) {
+                                    PairPlace where) {
     for (const std::uint8_t byte : {first, second}) {
         if (byte >= 0x20) {
             WriteCharacter(target, BasicCharacter(byte), where);
@@ -254,8 +253,7 @@ void Cea608Decoder::WriteCharacters(CaptionMemory& target, std::uint8_t first, s
     }
 }
 
-void Cea608Decoder::WriteCharacter(CaptionMemory& target, char32_t character,
-                                   const SourceLocation& where) {
+void Cea608Decoder::WriteCharacter(CaptionMemory& target, char32_t character, PairPlace where) {
     if (cursorColumn_ >= CaptionMemory::kColumns) {
         WarnOnce(reportedOverflow_, where, "a row runs past column 32; its text is kept whole");
     }

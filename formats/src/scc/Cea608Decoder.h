@@ -57,26 +57,43 @@ public:
 private:
     enum class Mode { kPopOn, kRollUp, kPaintOn, kText };
 
-    void FeedCode(std::uint8_t first, std::uint8_t second, std::int64_t frame,
-                  const SourceLocation& where);
+    // Where a pair was read, made a SourceLocation only for a finding: most
+    // pairs are read without one.
+    struct PairPlace {
+        std::uint64_t line;
+        std::uint64_t column;
+        SourceLocation Location() const { return SourceLocation::AtLine(line, column); }
+    };
+
+    void FeedCode(std::uint8_t first, std::uint8_t second, std::int64_t frame, PairPlace where);
     // ClassifyPair's answer for a pair without parity bits. A file uses few
     // control codes, each many times: the answers are kept by pair.
-    const Code& Classified(std::uint16_t pair);
-    void Execute(const Code& code, std::int64_t frame, const SourceLocation& where);
-    void ExecuteCommand(Command command, std::int64_t frame, const SourceLocation& where);
-    void PlaceCursor(const Code& code);
-    void ApplyMidRow(const CodeStyle& style);
+    const Code& Classified(std::uint16_t pair) {
+        KnownCode& known = knownCodes_[(pair ^ pair >> 5) % knownCodes_.size()];
+        if (known.pair != pair) {
+            Classify(known, pair);
+        }
+        return known.code;
+    }
+    void Execute(const Code& code, std::int64_t frame, PairPlace where);
+    void ExecuteCommand(Command command, std::int64_t frame, PairPlace where);
+    // The small steps of executing a code, inline (defined with the decoder:
+    // nothing else calls them).
+    inline void PlaceCursor(const Code& code);
+    inline void ApplyMidRow(const CodeStyle& style);
     // The basic characters of a pair without parity; bytes below 0x20 are none.
     void WriteCharacters(CaptionMemory& target, std::uint8_t first, std::uint8_t second,
-                         const SourceLocation& where);
-    void WriteCharacter(CaptionMemory& target, char32_t character, const SourceLocation& where);
+                         PairPlace where);
+    inline void WriteCharacter(CaptionMemory& target, char32_t character, PairPlace where);
     void StartRollUp(int depth, std::int64_t frame);
 
     void CloseCaption(std::int64_t frame);
-    void OpenCaption(std::int64_t frame);
-    zelcaptioning::CaptionType CurrentType() const;
+    inline void OpenCaption(std::int64_t frame);
+    inline zelcaptioning::CaptionType CurrentType() const;
     CaptionMemory& Target() { return mode_ == Mode::kPopOn ? *nonDisplayed_ : *displayed_; }
-    void WarnOnce(bool& reported, const SourceLocation& where, const char* message);
+    void WarnOnce(bool& reported, PairPlace where, const char* message);
+    // Whether pairs of characters are written: channel 1, not in text mode.
+    bool WritesCharacters() const { return dataChannel_ == 1 && mode_ != Mode::kText; }
 
     DiagnosticLog& log_;
     DecodedCaptionSink& sink_;
@@ -104,6 +121,8 @@ private:
         Code code;
     };
     std::array<KnownCode, 64> knownCodes_;
+    // Fills `known` with the classification of `pair`: out of line, as it is rare.
+    static void Classify(KnownCode& known, std::uint16_t pair);
     std::optional<std::pair<std::int64_t, zelcaptioning::CaptionType>> open_;
     bool reportedChannel2_ = false;
     bool reportedField2_ = false;

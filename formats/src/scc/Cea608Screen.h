@@ -7,7 +7,9 @@
 
 #include <array>
 #include <bit>
+#include <cstddef>
 #include <cstdint>
+#include <cstring>
 #include <span>
 #include <string>
 #include <utility>
@@ -75,6 +77,7 @@ public:
         const int start = column;
         int at = column;
         std::size_t count = 0;
+        const std::uint64_t styled = std::uint64_t{std::bit_cast<std::uint32_t>(style)} << 32;
         for (; count < pairs.size() && at + 1 < kColumns; ++count) {
             const std::uint16_t pair = pairs[count];
             const char32_t first = BasicCharacterWithParity(static_cast<std::uint8_t>(pair >> 8));
@@ -83,11 +86,11 @@ public:
             if (first == 0 || (second == 0 && !padded)) {
                 break;
             }
-            cells.cells[static_cast<std::size_t>(at)] = {first, style};
+            StoreCell(cells.cells[static_cast<std::size_t>(at)], styled | first);
             if (padded) {
                 at += 1;
             } else {
-                cells.cells[static_cast<std::size_t>(at) + 1] = {second, style};
+                StoreCell(cells.cells[static_cast<std::size_t>(at) + 1], styled | second);
                 at += 2;
             }
         }
@@ -173,6 +176,13 @@ private:
             beyond.clear();
         }
     };
+    // Stores a cell given as its character with its style's bits above them:
+    // one store where member-wise copies would take three.
+    static void StoreCell(Cell& cell, std::uint64_t characterAndStyle) {
+        static_assert(sizeof(Cell) == sizeof(std::uint64_t) && offsetof(Cell, style) == 4 &&
+                      std::endian::native == std::endian::little);
+        std::memcpy(static_cast<void*>(&cell), &characterAndStyle, sizeof cell);
+    }
     using Beyond = std::vector<std::pair<int, Cell>>;
     static Beyond::iterator CellBeyond(Beyond& cells, int column);
     static void WriteBeyond(Row& row, int column, const Cell& cell);

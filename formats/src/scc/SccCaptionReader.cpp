@@ -7,6 +7,7 @@
 #include <array>
 #include <bit>
 #include <cstring>
+#include <deque>
 #include <string>
 
 namespace captionformats::scc {
@@ -17,6 +18,7 @@ namespace {
 
 constexpr std::string_view kHeader = "Scenarist_SCC V1.0";
 constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
+constexpr std::size_t kTimecodeBytes = 11; // HH:MM:SS:FF
 
 bool IsSpace(char c) {
     return c == ' ' || c == '\t';
@@ -51,15 +53,14 @@ constexpr std::array<std::int16_t, 1 << 16> kHexPairs = [] {
 }();
 static_assert(std::endian::native == std::endian::little);
 
-// The value of the four hex digits at `word`, or -1 when one is not a hex digit.
+// The value of the four hex digits at `word`, or a negative number when one
+// is not a hex digit (-1 in either half makes the whole negative).
 int HexWord(const char* word) {
     std::uint16_t firstTwo = 0;
     std::uint16_t lastTwo = 0;
     std::memcpy(&firstTwo, word, 2);
     std::memcpy(&lastTwo, word + 2, 2);
-    const int high = kHexPairs[firstTwo];
-    const int low = kHexPairs[lastTwo];
-    return (high | low) < 0 ? -1 : high << 8 | low;
+    return kHexPairs[firstTwo] * 256 | kHexPairs[lastTwo];
 }
 
 // Whether TextInput would change the text: NUL and bytes that are not ASCII
@@ -146,11 +147,19 @@ std::int64_t FeedWords(std::string_view text, std::uint64_t lineNumber, std::uin
 std::int64_t FeedLine(const TextInput::Line& line, std::int64_t previousEnd,
                       cea608::Cea608Decoder& decoder, DiagnosticLog& log) {
     const std::string_view text = line.text;
-    std::size_t position = 0;
-    while (position < text.size() && !IsSpace(text[position])) {
-        ++position;
+    // The time code is the line's first field, up to a space or tab. The
+    // usual one is eleven bytes with a space or tab after them; if they
+    // parse, they hold neither, so the field ends right there.
+    std::size_t position = kTimecodeBytes;
+    std::optional<ParsedTimecode> timecode;
+    if (text.size() <= position || !IsSpace(text[position]) ||
+        !(timecode = ParseTimecode(text.substr(0, position)))) {
+        position = 0;
+        while (position < text.size() && !IsSpace(text[position])) {
+            ++position;
+        }
+        timecode = ParseTimecode(text.substr(0, position));
     }
-    const auto timecode = ParseTimecode(text.substr(0, position));
     if (!timecode) {
         log.Warn(SourceLocation::AtLine(line.number, 1),
                  "line skipped: \"" + Decoded(text.substr(0, position)) +
@@ -165,7 +174,9 @@ std::int64_t FeedLine(const TextInput::Line& line, std::int64_t previousEnd,
                      log);
 }
 
-// Counts the captions that end on the file's last frame, as they pass.
+// Keeps the end frames of the captions as they pass, to count those that end
+// on the file's last frame once it is known. A deque grows without copying
+// what it holds or asking the system for one large block.
 class EndCounter final : public cea608::DecodedCaptionSink {
 public:
     explicit EndCounter(cea608::DecodedCaptionSink& next)
@@ -175,7 +186,7 @@ public:
         endFrames.push_back(endFrame);
         next_.Caption(beginFrame, endFrame, type, screen);
     }
-    std::vector<std::int64_t> endFrames;
+    std::deque<std::int64_t> endFrames;
 
 private:
     cea608::DecodedCaptionSink& next_;

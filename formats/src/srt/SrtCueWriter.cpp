@@ -8,10 +8,16 @@
 #include "common/TextInput.h"
 #include "scc/Cea608Screen.h"
 
+#if defined(__SSE2__)
+#include <emmintrin.h>
+#endif
+
 #include <algorithm>
 #include <array>
 #include <bit>
 #include <charconv>
+#include <cstddef>
+#include <cstring>
 #include <optional>
 
 namespace captionformats::srt {
@@ -95,6 +101,69 @@ constexpr std::array<bool, 128> kPlainCharacters = [] {
     }
     return table;
 }();
+
+using Cell = cea608::CaptionMemory::Cell;
+
+bool IsPlainCharacter(char32_t character) {
+    return character < kPlainCharacters.size() && kPlainCharacters[character];
+}
+
+// Copies the characters of cells[column, stop) to `to` for as long as each
+// is plain (kPlainCharacters) and of style `style`; returns the first column
+// it did not copy. A row is mostly such cells, taken four at a time.
+int CopyPlainCells(char*& to, const Cell* cells, int column, int stop, std::uint32_t style) {
+    static_assert(sizeof(Cell) == 8 && offsetof(Cell, style) == 4);
+    char* out = to;
+#if defined(__SSE2__)
+    const __m128i styles = _mm_set1_epi32(static_cast<int>(style));
+    for (; column + 4 <= stop; column += 4) {
+        const auto* at = reinterpret_cast<const __m128i*>(cells + column);
+        const __m128 low = _mm_castsi128_ps(_mm_loadu_si128(at));
+        const __m128 high = _mm_castsi128_ps(_mm_loadu_si128(at + 1));
+        // Characters are below 0x110000, so signed comparisons hold.
+        const __m128i characters = _mm_castps_si128(_mm_shuffle_ps(low, high, 0x88));
+        const __m128i cellStyles = _mm_castps_si128(_mm_shuffle_ps(low, high, 0xDD));
+        const __m128i printable =
+            _mm_andnot_si128(_mm_cmplt_epi32(characters, _mm_set1_epi32(0x20)),
+                             _mm_cmplt_epi32(characters, _mm_set1_epi32(0x7F)));
+        const __m128i markup =
+            _mm_or_si128(_mm_or_si128(_mm_cmpeq_epi32(characters, _mm_set1_epi32('&')),
+                                      _mm_cmpeq_epi32(characters, _mm_set1_epi32('<'))),
+                         _mm_or_si128(_mm_cmpeq_epi32(characters, _mm_set1_epi32('>')),
+                                      _mm_cmpeq_epi32(characters, _mm_set1_epi32('{'))));
+        const __m128i plain =
+            _mm_and_si128(_mm_cmpeq_epi32(cellStyles, styles), _mm_andnot_si128(markup, printable));
+        if (_mm_movemask_epi8(plain) != 0xFFFF) {
+            break;
+        }
+        const __m128i words = _mm_packs_epi32(characters, characters);
+        const int bytes = _mm_cvtsi128_si32(_mm_packus_epi16(words, words));
+        std::memcpy(out, &bytes, 4);
+        out += 4;
+    }
+#endif
+    for (; column < stop; ++column) {
+        const Cell& cell = cells[column];
+        if (std::bit_cast<std::uint32_t>(cell.style) != style ||
+            !IsPlainCharacter(cell.character)) {
+            break;
+        }
+        *out++ = static_cast<char>(cell.character);
+    }
+    to = out;
+    return column;
+}
+
+// Whether every cell of the columns marked in `written` holds a space.
+bool AllSpaces(std::uint32_t written,
+               const std::array<Cell, cea608::CaptionMemory::kColumns>& cells) {
+    for (; written != 0; written &= written - 1) {
+        if (cells[static_cast<std::size_t>(std::countr_zero(written))].character != U' ') {
+            return false;
+        }
+    }
+    return true;
+}
 
 } // namespace
 
@@ -201,74 +270,71 @@ bool SrtCueWriter::WriteScreen(zelmediatypes::TickTime begin, zelmediatypes::Tic
     char* to = CopyCueHead(screenCue_.data(), begin, end, index);
     std::string_view tag = placement;
     bool blankLines = false;
-    const bool plain =
-        screen.VisitRows([&](std::uint32_t written,
-                             const std::array<Memory::Cell, Memory::kColumns>& cells, bool beyond) {
-            if (beyond) {
+    const bool plain = screen.VisitRows([&](std::uint32_t written,
+                                            const std::array<Memory::Cell, Memory::kColumns>& cells,
+                                            bool beyond) {
+        if (beyond) {
+            return false;
+        }
+        // The state in locals: stores through `out` may alias anything else.
+        char* out = CopyText(to, tag);
+        std::uint32_t styleBits = 0;
+        std::optional<Emphasis> run; // of the run being written
+        // Takes the style of a cell in another style than the one before;
+        // false when it does not only emphasise.
+        auto takeStyle = [&](const Memory::Cell& cell) {
+            styleBits = std::bit_cast<std::uint32_t>(cell.style);
+            const ScreenStyle& kind = ScreenStyleOf(styleBits);
+            if (!kind.plain) {
                 return false;
             }
-            // The state in locals: stores through `out` may alias anything else.
-            char* const lineStart = to;
-            char* out = CopyText(to, tag);
-            const ScreenStyle* cellKind = nullptr; // of the cell before, of style `styleBits`
-            std::uint32_t styleBits = 0;
-            std::optional<Emphasis> run; // of the run being written
-            char32_t notSpaces = 0;
-            // Takes a cell's style; false when the style does not only emphasise.
-            auto styleOf = [&](const Memory::Cell& cell) {
-                const auto thisStyle = std::bit_cast<std::uint32_t>(cell.style);
-                if (cellKind == nullptr || thisStyle != styleBits) {
-                    cellKind = &ScreenStyleOf(thisStyle);
-                    styleBits = thisStyle;
-                    if (!cellKind->plain) {
-                        return false;
-                    }
-                    // Runs alike in emphasis are alike in all: one run.
-                    if (run != cellKind->emphasis) {
-                        if (run) {
-                            out = CopyText(out, kClosingTags[*run]);
-                        }
-                        run = cellKind->emphasis;
-                        out = CopyText(out, kOpeningTags[*run]);
-                    }
+            // Runs alike in emphasis are alike in all: one run.
+            if (run != kind.emphasis) {
+                if (run) {
+                    out = CopyText(out, kClosingTags[*run]);
                 }
-                return true;
-            };
-            // The cells come in stretches side by side; a gap before a
-            // stretch takes the style of its first cell.
-            for (int next = std::countr_zero(written); written != 0;) {
-                const int start = std::countr_zero(written);
-                const int stop = start + std::countr_one(written >> start);
-                written = stop < Memory::kColumns ? written & (~0U << stop) : 0;
-                if (!styleOf(cells[static_cast<std::size_t>(start)])) {
+                run = kind.emphasis;
+                out = CopyText(out, kOpeningTags[*run]);
+            }
+            return true;
+        };
+        if (!takeStyle(cells[static_cast<std::size_t>(std::countr_zero(written))])) {
+            return false;
+        }
+        // The cells come in stretches side by side; a gap before a
+        // stretch takes the style of its first cell.
+        int next = std::countr_zero(written);
+        for (std::uint32_t left = written; left != 0;) {
+            const int start = std::countr_zero(left);
+            const int stop = start + std::countr_one(left >> start);
+            left = stop < Memory::kColumns ? left & (~0U << stop) : 0;
+            const Memory::Cell& first = cells[static_cast<std::size_t>(start)];
+            if (std::bit_cast<std::uint32_t>(first.style) != styleBits && !takeStyle(first)) {
+                return false;
+            }
+            for (; next < start; ++next) {
+                *out++ = ' ';
+            }
+            for (int column = start;
+                 (column = CopyPlainCells(out, cells.data(), column, stop, styleBits)) < stop;) {
+                // A cell in another style, or one SubRip cannot take as it is.
+                const Memory::Cell& cell = cells[static_cast<std::size_t>(column)];
+                if (!IsPlainCharacter(cell.character) ||
+                    std::bit_cast<std::uint32_t>(cell.style) == styleBits || !takeStyle(cell)) {
                     return false;
                 }
-                for (; next < start; ++next) {
-                    *out++ = ' ';
-                }
-                for (int column = start; column < stop; ++column) {
-                    const Memory::Cell& cell = cells[static_cast<std::size_t>(column)];
-                    const char32_t character = cell.character;
-                    if (!styleOf(cell) || character >= kPlainCharacters.size() ||
-                        !kPlainCharacters[character]) {
-                        return false;
-                    }
-                    *out++ = static_cast<char>(character);
-                    notSpaces |= character ^ U' ';
-                }
-                next = stop;
             }
-            const bool blank = notSpaces == 0;
-            if (blank) {
-                to = lineStart;
-                blankLines = true;
-                return true;
-            }
-            out = CopyText(out, kClosingTags[*run]);
-            to = CopyText(out, "\r\n");
-            tag = {};
+            next = stop;
+        }
+        if (AllSpaces(written, cells)) {
+            blankLines = true;
             return true;
-        });
+        }
+        out = CopyText(out, kClosingTags[*run]);
+        to = CopyText(out, "\r\n");
+        tag = {};
+        return true;
+    });
     if (!plain) {
         return false;
     }
@@ -280,12 +346,7 @@ bool SrtCueWriter::WriteScreen(zelmediatypes::TickTime begin, zelmediatypes::Tic
     return true;
 }
 
-const SrtCueWriter::ScreenStyle& SrtCueWriter::ScreenStyleOf(std::uint32_t cellStyle) {
-    for (const ScreenStyle& known : screenStyles_) {
-        if (known.cellStyle == cellStyle) {
-            return known;
-        }
-    }
+const SrtCueWriter::ScreenStyle& SrtCueWriter::AddScreenStyle(std::uint32_t cellStyle) {
     const TextSpanAttributes attributes =
         std::bit_cast<cea608::CaptionMemory::CellStyle>(cellStyle).Attributes();
     return screenStyles_.emplace_back(

@@ -79,7 +79,16 @@ private:
         bool plain;
         Emphasis emphasis;
     };
-    const ScreenStyle& ScreenStyleOf(std::uint32_t cellStyle);
+    // Looked up in line: a screen's few styles each come many times.
+    const ScreenStyle& ScreenStyleOf(std::uint32_t cellStyle) {
+        for (const ScreenStyle& known : screenStyles_) {
+            if (known.cellStyle == cellStyle) {
+                return known;
+            }
+        }
+        return AddScreenStyle(cellStyle);
+    }
+    const ScreenStyle& AddScreenStyle(std::uint32_t cellStyle);
     std::vector<ScreenStyle> screenStyles_;
     std::string screenCue_; // WriteScreen's cue until it is known to be plain
 };

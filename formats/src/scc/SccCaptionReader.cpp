@@ -156,6 +156,8 @@ std::int64_t FeedWords(std::string_view text, std::uint64_t lineNumber, std::uin
     return frame;
 }
 
+// A line whose time code falls before `previousEnd`, the frame after the
+// previous line's last word, is read as written, with a warning.
 void WarnIfOverlapping(std::int64_t frame, std::int64_t previousEnd, std::uint64_t lineNumber,
                        DiagnosticLog& log) {
     if (frame < previousEnd) {

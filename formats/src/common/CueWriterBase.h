@@ -28,15 +28,24 @@ protected:
             Lose("negative time written as zero");
         }
         if (type != zelcaptioning::kCaptionType_Open && type != zelcaptioning::kCaptionType_None) {
-            Lose("caption type dropped");
+            Lose(captionTypeDropped_, "caption type dropped");
         }
     }
     void Lose(std::string_view what) { losses_.Note(what, index_, begin_); }
+    // Notes a loss of a kind that comes cue after cue, its tally looked up
+    // once and kept in `tally`.
+    void Lose(LossReport::Tally*& tally, std::string_view what) {
+        if (tally == nullptr) {
+            tally = &losses_.TallyOf(what);
+        }
+        LossReport::Note(*tally, index_, begin_);
+    }
 
     std::string& out_;
     LossReport& losses_;
     std::size_t index_ = 0;
     zelmediatypes::TickTime begin_;
+    LossReport::Tally* captionTypeDropped_ = nullptr;
 };
 
 } // namespace captionformats

@@ -6,29 +6,15 @@ namespace captionformats {
 
 using zelcaptioning::TextSpanAttributes;
 
-void LossReport::Note(std::string_view what, std::size_t captionIndex,
-                      zelmediatypes::TickTime begin) {
-    bool added = false;
-    Occurrences& occurrences = Find(what, captionIndex, begin, added);
-    if (!added && occurrences.lastCaptionIndex != captionIndex) {
-        ++occurrences.captions;
-        occurrences.lastCaptionIndex = captionIndex;
-    }
-}
-
-LossReport::Occurrences& LossReport::Find(std::string_view what, std::size_t captionIndex,
-                                          zelmediatypes::TickTime begin, bool& added) {
+LossReport::Tally& LossReport::TallyOf(std::string_view what) {
     for (const Recent& recent : recent_) {
-        if (recent.occurrences != nullptr && recent.what == what) {
-            return *recent.occurrences;
+        if (recent.tally != nullptr && recent.what == what) {
+            return *recent.tally;
         }
     }
     auto found = losses_.find(what);
-    added = found == losses_.end();
-    if (added) {
-        found =
-            losses_.emplace(std::string(what), Occurrences{1, captionIndex, captionIndex, begin})
-                .first;
+    if (found == losses_.end()) {
+        found = losses_.emplace(std::string(what), Tally{}).first;
     }
     recent_[nextRecent_] = {found->first, &found->second};
     nextRecent_ = (nextRecent_ + 1) % recent_.size();
@@ -67,11 +53,14 @@ void LossReport::NoteSpanLosses(const TextSpanAttributes& attributes, const Span
 }
 
 void LossReport::ReportInto(DiagnosticLog& log) const {
-    for (const auto& [what, occurrences] : losses_) {
-        log.Warn({}, what + " in " + std::to_string(occurrences.captions) +
-                         (occurrences.captions == 1 ? " caption" : " captions") +
-                         " (first: caption " + std::to_string(occurrences.firstCaptionIndex + 1) +
-                         " at " + FormatClockMilliseconds(occurrences.firstBegin, '.') + ")");
+    for (const auto& [what, tally] : losses_) {
+        if (tally.captions == 0) {
+            continue;
+        }
+        log.Warn({}, what + " in " + std::to_string(tally.captions) +
+                         (tally.captions == 1 ? " caption" : " captions") + " (first: caption " +
+                         std::to_string(tally.firstCaptionIndex + 1) + " at " +
+                         FormatClockMilliseconds(tally.firstBegin, '.') + ")");
     }
 }
 

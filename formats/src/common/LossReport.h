@@ -36,7 +36,33 @@ public:
     LossReport(const LossReport&) = delete;
     LossReport& operator=(const LossReport&) = delete;
 
-    void Note(std::string_view what, std::size_t captionIndex, zelmediatypes::TickTime begin);
+    // The tally of one kind of loss, at a place that stays put while the
+    // report lives, so that a writer noting the same kind cue after cue finds
+    // it once. A kind looked up but never noted is not reported.
+    class Tally {
+    private:
+        friend class LossReport;
+        std::size_t captions = 0;
+        std::size_t lastCaptionIndex = 0;
+        std::size_t firstCaptionIndex = 0;
+        zelmediatypes::TickTime firstBegin;
+    };
+    Tally& TallyOf(std::string_view what);
+
+    void Note(std::string_view what, std::size_t captionIndex, zelmediatypes::TickTime begin) {
+        Note(TallyOf(what), captionIndex, begin);
+    }
+    static void Note(Tally& tally, std::size_t captionIndex, zelmediatypes::TickTime begin) {
+        if (tally.captions == 0) {
+            tally = {};
+            tally.captions = 1;
+            tally.lastCaptionIndex = tally.firstCaptionIndex = captionIndex;
+            tally.firstBegin = begin;
+        } else if (tally.lastCaptionIndex != captionIndex) {
+            ++tally.captions;
+            tally.lastCaptionIndex = captionIndex;
+        }
+    }
     void NoteSpanLosses(const zelcaptioning::TextSpanAttributes& attributes,
                         const SpanCapabilities& kept, std::size_t captionIndex,
                         zelmediatypes::TickTime begin);
@@ -45,23 +71,13 @@ public:
     void ReportInto(DiagnosticLog& log) const;
 
 private:
-    struct Occurrences {
-        std::size_t captions = 0;
-        std::size_t lastCaptionIndex = 0;
-        std::size_t firstCaptionIndex = 0;
-        zelmediatypes::TickTime firstBegin;
-    };
-    // The entry of `what`, added (and `added` set) when there is none.
-    Occurrences& Find(std::string_view what, std::size_t captionIndex,
-                      zelmediatypes::TickTime begin, bool& added);
-
     // Looked up by view: a kind already noted costs no string.
-    std::map<std::string, Occurrences, std::less<>> losses_;
+    std::map<std::string, Tally, std::less<>> losses_;
     // The kinds noted last, with their entries, tried before the map: a
     // writer notes the same few kinds for caption after caption.
     struct Recent {
         std::string_view what; // the map's key
-        Occurrences* occurrences = nullptr;
+        Tally* tally = nullptr;
     };
     std::array<Recent, 4> recent_;
     std::size_t nextRecent_ = 0;

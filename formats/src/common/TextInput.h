@@ -54,6 +54,8 @@ public:
 
     // The next line into `line`; false at the end of the text.
     bool Next(TextLine& line);
+    // Where the next line starts: the size of the text at its end.
+    std::size_t Offset() const { return start_; }
 
 private:
     std::string_view text_;

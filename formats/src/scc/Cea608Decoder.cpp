@@ -8,7 +8,7 @@ namespace captionformats::cea608 {
 
 using namespace zelcaptioning;
 
-void Cea608Decoder::WarnOnce(bool& reported, PairPlace where, const char* message) {
+void Cea608Decoder::WarnOnce(bool& reported, const PairPlace& where, const char* message) {
     if (!reported) {
         log_.Warn(where.Location(), message);
         reported = true;
@@ -62,7 +62,7 @@ void Cea608Decoder::Feed(std::span<const std::uint16_t> pairs, std::int64_t fram
 }
 
 void Cea608Decoder::FeedCode(std::uint8_t first, std::uint8_t second, std::int64_t frame,
-                             PairPlace where) {
+                             const PairPlace& where) {
     if (!HasOddParity(first) || !HasOddParity(second)) {
         WarnOnce(reportedParity_, where,
                  "parity errors: the bytes are decoded without their parity bit");
@@ -87,7 +87,7 @@ void Cea608Decoder::Classify(KnownCode& known, std::uint16_t pair) {
         ClassifyPair(static_cast<std::uint8_t>(pair >> 8), static_cast<std::uint8_t>(pair & 0xFF));
 }
 
-void Cea608Decoder::Execute(const Code& code, std::int64_t frame, PairPlace where) {
+void Cea608Decoder::Execute(const Code& code, std::int64_t frame, const PairPlace& where) {
     if (code.IsControl()) {
         const bool fieldTwo = code.kind == Code::Kind::kOtherChannelControl && code.channel == 1;
         dataChannel_ = fieldTwo ? 0 : code.channel;
@@ -145,7 +145,7 @@ void Cea608Decoder::Execute(const Code& code, std::int64_t frame, PairPlace wher
     }
 }
 
-void Cea608Decoder::ExecuteCommand(Command command, std::int64_t frame, PairPlace where) {
+void Cea608Decoder::ExecuteCommand(Command command, std::int64_t frame, const PairPlace& where) {
     switch (command) {
     case Command::kResumeCaptionLoading:
         mode_ = Mode::kPopOn;
@@ -245,7 +245,7 @@ void Cea608Decoder::ApplyMidRow(const CodeStyle& style) {
 }
 
 void Cea608Decoder::WriteCharacters(CaptionMemory& target, std::uint8_t first, std::uint8_t second,
-                                    PairPlace where) {
+                                    const PairPlace& where) {
     for (const std::uint8_t byte : {first, second}) {
         if (byte >= 0x20) {
             WriteCharacter(target, BasicCharacter(byte), where);
@@ -253,7 +253,8 @@ void Cea608Decoder::WriteCharacters(CaptionMemory& target, std::uint8_t first, s
     }
 }
 
-void Cea608Decoder::WriteCharacter(CaptionMemory& target, char32_t character, PairPlace where) {
+void Cea608Decoder::WriteCharacter(CaptionMemory& target, char32_t character,
+                                   const PairPlace& where) {
     if (cursorColumn_ >= CaptionMemory::kColumns) {
         WarnOnce(reportedOverflow_, where, "a row runs past column 32; its text is kept whole");
     }

@@ -58,14 +58,17 @@ private:
     enum class Mode { kPopOn, kRollUp, kPaintOn, kText };
 
     // Where a pair was read, made a SourceLocation only for a finding: most
-    // pairs are read without one.
+    // pairs are read without one. It is passed by reference: passed by value,
+    // the compiler spills its two halves and reloads them as one 16-byte
+    // word on every code executed, which stalls on store forwarding.
     struct PairPlace {
         std::uint64_t line;
         std::uint64_t column;
         SourceLocation Location() const { return SourceLocation::AtLine(line, column); }
     };
 
-    void FeedCode(std::uint8_t first, std::uint8_t second, std::int64_t frame, PairPlace where);
+    void FeedCode(std::uint8_t first, std::uint8_t second, std::int64_t frame,
+                  const PairPlace& where);
     // ClassifyPair's answer for a pair without parity bits. A file uses few
     // control codes, each many times: the answers are kept by pair.
     const Code& Classified(std::uint16_t pair) {
@@ -75,23 +78,23 @@ private:
         }
         return known.code;
     }
-    void Execute(const Code& code, std::int64_t frame, PairPlace where);
-    void ExecuteCommand(Command command, std::int64_t frame, PairPlace where);
+    void Execute(const Code& code, std::int64_t frame, const PairPlace& where);
+    void ExecuteCommand(Command command, std::int64_t frame, const PairPlace& where);
     // The small steps of executing a code, inline (defined with the decoder:
     // nothing else calls them).
     inline void PlaceCursor(const Code& code);
     inline void ApplyMidRow(const CodeStyle& style);
     // The basic characters of a pair without parity; bytes below 0x20 are none.
     void WriteCharacters(CaptionMemory& target, std::uint8_t first, std::uint8_t second,
-                         PairPlace where);
-    inline void WriteCharacter(CaptionMemory& target, char32_t character, PairPlace where);
+                         const PairPlace& where);
+    inline void WriteCharacter(CaptionMemory& target, char32_t character, const PairPlace& where);
     void StartRollUp(int depth, std::int64_t frame);
 
     void CloseCaption(std::int64_t frame);
     inline void OpenCaption(std::int64_t frame);
     inline zelcaptioning::CaptionType CurrentType() const;
     CaptionMemory& Target() { return mode_ == Mode::kPopOn ? *nonDisplayed_ : *displayed_; }
-    void WarnOnce(bool& reported, PairPlace where, const char* message);
+    void WarnOnce(bool& reported, const PairPlace& where, const char* message);
     // Whether pairs of characters are written: channel 1, not in text mode.
     bool WritesCharacters() const { return dataChannel_ == 1 && mode_ != Mode::kText; }
 

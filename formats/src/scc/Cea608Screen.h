@@ -128,8 +128,16 @@ public:
         }
         return true;
     }
-    // At least the number of rows that hold cells.
-    int RowsInUseAtMost() const { return std::popcount(touched_); }
+    // At least the number of rows that hold cells. Counted bit by bit: a
+    // screen marks few rows, and std::popcount is a library call on the
+    // x86-64 baseline.
+    int RowsInUseAtMost() const {
+        int rows = 0;
+        for (std::uint32_t marked = touched_; marked != 0; marked &= marked - 1) {
+            ++rows;
+        }
+        return rows;
+    }
 
     // A caption's rows as lines of UTF-8 text in runs of one cell style, for
     // a writer that takes them without the caption model. Kept from caption

@@ -63,6 +63,27 @@ int HexWord(const char* word) {
     return kHexPairs[firstTwo] * 256 | kHexPairs[lastTwo];
 }
 
+// Reads words of four hex digits each followed by a space or tab from `at`
+// into `pairs`, at most `room` of them, moving `at` past them; returns how
+// many it read. The caller makes sure that `room` words of five bytes lie
+// before the end of the text. In line in both callers: it is their loop.
+[[gnu::always_inline]] inline std::size_t ReadSpacedWords(const char*& at, std::uint16_t* pairs,
+                                                          std::size_t room) {
+    std::size_t count = 0;
+    int value = 0;
+    for (; count < room && (value = HexWord(at)) >= 0 && IsSpace(at[4]); ++count) {
+        pairs[count] = static_cast<std::uint16_t>(value);
+        at += cea608::Cea608Decoder::kWordColumns;
+    }
+    return count;
+}
+
+// How many words of five bytes, the last maybe without its space, fit in
+// `bytesLeft`.
+std::size_t SpacedWordsIn(std::ptrdiff_t bytesLeft) {
+    return bytesLeft > 4 ? static_cast<std::size_t>(bytesLeft - 5) / 5 + 1 : 0;
+}
+
 // Whether TextInput would change the text: NUL and bytes that are not ASCII
 // (which SCC's time codes and words never hold) may be decoded as U+FFFD.
 bool NeedsDecoding(std::string_view text) {
@@ -101,15 +122,9 @@ std::int64_t FeedWords(std::string_view text, std::uint64_t lineNumber, std::uin
     std::array<std::uint16_t, kRun> pairs;
     while (at != end) {
         const std::uint64_t runColumn = column + static_cast<std::uint64_t>(at - begin) + 1;
-        // The words with a byte after them that fit in the run.
-        const auto bytesLeft = static_cast<std::size_t>(end - at);
-        const std::size_t room = std::min(kRun, bytesLeft > 4 ? (bytesLeft - 5) / 5 + 1 : 0);
-        std::size_t count = 0;
+        std::size_t count =
+            ReadSpacedWords(at, pairs.data(), std::min(kRun, SpacedWordsIn(end - at)));
         int value = 0;
-        for (; count < room && (value = HexWord(at)) >= 0 && IsSpace(at[4]); ++count) {
-            pairs[count] = static_cast<std::uint16_t>(value);
-            at += cea608::Cea608Decoder::kWordColumns;
-        }
         if (count < kRun && end - at == 4 && (value = HexWord(at)) >= 0) {
             pairs[count++] = static_cast<std::uint16_t>(value);
             at = end;
@@ -141,6 +156,16 @@ std::int64_t FeedWords(std::string_view text, std::uint64_t lineNumber, std::uin
     return frame;
 }
 
+// A line whose time code falls before `previousEnd`, the frame after the
+// previous line's last word, is read as written, with a warning.
+void WarnIfOverlapping(std::int64_t frame, std::int64_t previousEnd, std::uint64_t lineNumber,
+                       DiagnosticLog& log) {
+    if (frame < previousEnd) {
+        log.Warn(SourceLocation::AtLine(lineNumber, 1),
+                 "time code falls on the previous line's last words (kept as written)");
+    }
+}
+
 // Feeds one "timecode<tab>words" line to the decoder, its first word at the
 // time code and each further one a frame later; returns the frame after its
 // last word.
@@ -166,12 +191,61 @@ std::int64_t FeedLine(const TextInput::Line& line, std::int64_t previousEnd,
                      "\" is no time code (HH:MM:SS:FF or HH:MM:SS;FF)");
         return previousEnd;
     }
-    if (timecode->frame < previousEnd) {
-        log.Warn(SourceLocation::AtLine(line.number, 1),
-                 "time code falls on the previous line's last words (kept as written)");
-    }
+    WarnIfOverlapping(timecode->frame, previousEnd, line.number, log);
     return FeedWords(text.substr(position), line.number, position, timecode->frame, false, decoder,
                      log);
+}
+
+// The bytes of the line break at `at` of `bytes` as LineCursor takes them:
+// 2 for CR LF, 1 for a lone CR or LF, 0 for none (or the end).
+std::size_t LineBreakBytes(std::string_view bytes, std::size_t at) {
+    if (at >= bytes.size() || (bytes[at] != '\n' && bytes[at] != '\r')) {
+        return 0;
+    }
+    return bytes[at] == '\r' && at + 1 < bytes.size() && bytes[at + 1] == '\n' ? 2 : 1;
+}
+
+// Feeds the line that starts at `start` of `bytes`, numbered `lineNumber`,
+// when it has the usual shape: an eleven-byte time code, a space or tab, and
+// words of four hex digits each followed by a space or tab, the last by the
+// line's end. Its words are read as the line is cut, each byte looked at
+// once; the frame after its last word becomes `endFrame`. Returns where the
+// next line starts, or nothing, having fed nothing, for a line of any other
+// shape (or of very many words), which FeedLine reads once it is cut.
+std::optional<std::size_t> FeedUsualLine(std::string_view bytes, std::size_t start,
+                                         std::uint64_t lineNumber, std::int64_t& endFrame,
+                                         cea608::Cea608Decoder& decoder, DiagnosticLog& log) {
+    const char* at = bytes.data() + start;
+    const char* const end = bytes.data() + bytes.size();
+    if (end - at < static_cast<std::ptrdiff_t>(kTimecodeBytes + 5) ||
+        !IsSpace(at[kTimecodeBytes])) {
+        return std::nullopt;
+    }
+    const std::optional<ParsedTimecode> timecode = ParseTimecode({at, kTimecodeBytes});
+    if (!timecode) {
+        return std::nullopt;
+    }
+    at += kTimecodeBytes + 1;
+    constexpr std::size_t kMostWords = 256;
+    std::array<std::uint16_t, kMostWords> pairs;
+    std::size_t count =
+        ReadSpacedWords(at, pairs.data(), std::min(kMostWords - 1, SpacedWordsIn(end - at)));
+    // The last word, ended by the line's end. A line break stops the words,
+    // so none lies inside the line.
+    int value = 0;
+    if (end - at < 4 || (value = HexWord(at)) < 0) {
+        return std::nullopt;
+    }
+    const auto lineEnd = static_cast<std::size_t>(at + 4 - bytes.data());
+    const std::size_t lineBreak = LineBreakBytes(bytes, lineEnd);
+    if (lineBreak == 0 && lineEnd != bytes.size()) {
+        return std::nullopt;
+    }
+    pairs[count++] = static_cast<std::uint16_t>(value);
+    WarnIfOverlapping(timecode->frame, endFrame, lineNumber, log);
+    decoder.Feed({pairs.data(), count}, timecode->frame, lineNumber, kTimecodeBytes + 2);
+    endFrame = timecode->frame + static_cast<std::int64_t>(count);
+    return lineEnd + lineBreak;
 }
 
 // Keeps the end frames of the captions as they pass, to count those that end
@@ -222,11 +296,27 @@ void ReadSccCaptions(std::string_view bytes, DiagnosticLog& log, cea608::Decoded
     EndCounter counter(sink);
     cea608::Cea608Decoder decoder(log, counter);
     std::int64_t endFrame = 0;
-    TextLine line = first;
-    for (bool more = !hasHeader || lines.Next(line); more; more = lines.Next(line)) {
+    // From the line after the header, or from the first line.
+    std::size_t next =
+        hasHeader ? lines.Offset() : static_cast<std::size_t>(first.text.data() - bytes.data());
+    for (std::uint64_t number = hasHeader ? first.number + 1 : first.number; next < bytes.size();
+         ++number) {
+        if (const std::size_t lineBreak = LineBreakBytes(bytes, next)) {
+            next += lineBreak; // an empty line
+            continue;
+        }
+        if (const std::optional<std::size_t> after =
+                FeedUsualLine(bytes, next, number, endFrame, decoder, log)) {
+            next = *after;
+            continue;
+        }
+        LineCursor cursor(bytes, next, number);
+        TextLine line;
+        cursor.Next(line);
         if (!IsBlank(line.text)) {
             endFrame = FeedLine(line, endFrame, decoder, log);
         }
+        next = cursor.Offset();
     }
     decoder.Finish(endFrame);
     for (const std::int64_t captionEnd : counter.endFrames) {

@@ -355,7 +355,7 @@ const SrtCueWriter::ScreenStyle& SrtCueWriter::AddScreenStyle(std::uint32_t cell
 
 std::string SrtCueWriter::PlacementTag(const ParagraphStyleAttributes& style) {
     if (!IsGridAnchor(style.GetAnchorID())) {
-        Lose("free position dropped (written bottom centre)");
+        Lose(freePositionDropped_, "free position dropped (written bottom centre)");
         return {};
     }
     if (style.GetTextAlignment() != AlignmentOfColumn(style.GetAnchorID())) {

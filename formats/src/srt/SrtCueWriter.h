@@ -91,6 +91,7 @@ private:
     const ScreenStyle& AddScreenStyle(std::uint32_t cellStyle);
     std::vector<ScreenStyle> screenStyles_;
     std::string screenCue_; // WriteScreen's cue until it is known to be plain
+    LossReport::Tally* freePositionDropped_ = nullptr; // a caption decoded from a screen's
 };
 
 } // namespace captionformats::srt

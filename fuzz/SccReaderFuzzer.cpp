@@ -6,6 +6,7 @@
 // with a space before every line break, which leaves no line in the usual
 // shape, the bytes must read the same.
 #include "ConversionFuzzing.h"
+#include "WithoutUsualShapes.h"
 
 #include "captionformats/SccReader.h"
 #include "captionformats/SccWriter.h"
@@ -16,16 +17,9 @@ namespace {
 void CheckUsualLines(const std::uint8_t* data, std::size_t size) {
     using namespace captionformats;
     const std::string_view bytes(reinterpret_cast<const char*>(data), size);
-    std::string respelled;
-    for (std::size_t i = 0; i < bytes.size(); ++i) {
-        const bool secondOfCrLf = bytes[i] == '\n' && i > 0 && bytes[i - 1] == '\r';
-        if ((bytes[i] == '\r' || bytes[i] == '\n') && !secondOfCrLf) {
-            respelled += ' ';
-        }
-        respelled += bytes[i];
-    }
+    const std::string respelled = format_test::SccWithoutUsualLines(bytes);
     const ReadResult usual = SccReader().Read(bytes, {"in"});
-    const ReadResult other = SccReader().Read(respelled + ' ', {"in"});
+    const ReadResult other = SccReader().Read(respelled, {"in"});
     fuzzing::Require(usual.captions.size() == other.captions.size(),
                      "respelled: another caption count");
     fuzzing::Require(fuzzing::SameFindings(usual.warnings, other.warnings),

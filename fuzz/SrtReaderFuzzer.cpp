@@ -4,7 +4,7 @@
 // others line by line: the same bytes spelled so that no cue has the usual
 // shape must read alike.
 #include "ConversionFuzzing.h"
-#include "SrtWithoutUsualCues.h"
+#include "WithoutUsualShapes.h"
 
 #include "captionformats/SrtReader.h"
 #include "captionformats/SrtWriter.h"

@@ -7,6 +7,7 @@
 #include "captionformats/CaptionFileFormat.h"
 
 #include "DiagnosticMessages.h"
+#include "WithoutUsualShapes.h"
 
 #include <gtest/gtest.h>
 
@@ -35,21 +36,9 @@ Reading Read(std::string_view bytes) {
     return reading;
 }
 
-std::string WithSpacesBeforeLineBreaks(std::string_view file) {
-    std::string respelled;
-    for (std::size_t i = 0; i < file.size(); ++i) {
-        const bool secondOfCrLf = file[i] == '\n' && i > 0 && file[i - 1] == '\r';
-        if ((file[i] == '\r' || file[i] == '\n') && !secondOfCrLf) {
-            respelled += ' ';
-        }
-        respelled += file[i];
-    }
-    return respelled + ' ';
-}
-
 ::testing::AssertionResult ReadsAsRespelled(const std::string& file) {
     const Reading usual = Read(file);
-    const Reading respelled = Read(WithSpacesBeforeLineBreaks(file));
+    const Reading respelled = Read(format_test::SccWithoutUsualLines(file));
     if (usual == respelled) {
         return ::testing::AssertionSuccess();
     }

@@ -29,4 +29,20 @@ inline std::string SrtWithoutUsualCues(std::string_view bytes) {
     return spelled;
 }
 
+// An SCC file with a space before every line break and at its end: no line
+// then has the usual shape (a time code, then words of four hex digits one
+// space or tab apart up to the line's end) that the reader takes as it cuts
+// the line, and every line holds the same words. Both files must read alike.
+inline std::string SccWithoutUsualLines(std::string_view bytes) {
+    std::string spelled;
+    for (std::size_t i = 0; i < bytes.size(); ++i) {
+        const bool secondOfCrLf = bytes[i] == '\n' && i > 0 && bytes[i - 1] == '\r';
+        if ((bytes[i] == '\r' || bytes[i] == '\n') && !secondOfCrLf) {
+            spelled += ' ';
+        }
+        spelled += bytes[i];
+    }
+    return spelled + ' ';
+}
+
 } // namespace format_test

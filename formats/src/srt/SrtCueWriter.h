@@ -91,7 +91,8 @@ private:
     const ScreenStyle& AddScreenStyle(std::uint32_t cellStyle);
     std::vector<ScreenStyle> screenStyles_;
     std::string screenCue_; // WriteScreen's cue until it is known to be plain
-    LossReport::Tally* freePositionDropped_ = nullptr; // a caption decoded from a screen's
+    // Noted for nearly every caption decoded from a 608 screen, found once.
+    LossReport::Tally* freePositionDropped_ = nullptr;
 };
 
 } // namespace captionformats::srt

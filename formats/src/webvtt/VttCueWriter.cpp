@@ -37,38 +37,38 @@ void VttCueWriter::AppendEscaped(std::string& out, std::string_view text) {
 }
 
 void VttCueWriter::StartCue(zelmediatypes::TickTime begin, zelmediatypes::TickTime end,
-                            CaptionType type, std::size_t index, std::string_view clockText) {
+                            CaptionType type, std::size_t index) {
     BeginCue(begin, type, index);
-    if (clockText.empty()) {
-        AppendClockMilliseconds(out_, begin, '.');
-        out_ += " --> ";
-        AppendClockMilliseconds(out_, end, '.');
-        return;
-    }
-    const std::size_t at = out_.size();
-    out_ += clockText;
-    out_[at + 8] = '.';
-    out_[at + 25] = '.';
+    AppendClockMilliseconds(out_, begin, '.');
+    out_ += " --> ";
+    AppendClockMilliseconds(out_, end, '.');
 }
 
 void VttCueWriter::WriteOpenTimingLine(zelmediatypes::TickTime begin, zelmediatypes::TickTime end,
                                        std::size_t index, std::string_view clockText,
                                        std::string_view settings) {
     constexpr std::size_t kClockLength = 29;
-    if (clockText.size() != kClockLength || !settings.empty()) {
-        StartCue(begin, end, kCaptionType_Open, index, clockText);
+    if (clockText.size() != kClockLength) {
+        StartCue(begin, end, kCaptionType_Open, index);
         out_ += settings;
         out_ += '\n';
         return;
     }
-    // The usual line, the most frequent by far, made whole and appended once.
+    // The times copied with '.' before their milliseconds and, for the usual
+    // line without settings, the most frequent by far, appended at once.
     BeginCue(begin, kCaptionType_Open, index);
     char line[kClockLength + 1];
     std::memcpy(line, clockText.data(), kClockLength);
     line[8] = '.';
     line[25] = '.';
     line[kClockLength] = '\n';
-    out_.append(line, sizeof line);
+    if (settings.empty()) {
+        out_.append(line, sizeof line);
+        return;
+    }
+    out_.append(line, kClockLength);
+    out_ += settings;
+    out_ += '\n';
 }
 
 void VttCueWriter::Write(const Caption& caption, std::size_t index) {

@@ -68,11 +68,9 @@ private:
         std::vector<std::string> losses; // noted again for every caption placed so
     };
 
-    // The cue's timing line but for its settings; `clockText` as for
-    // WriteOpenCaptionLines.
+    // The cue's timing line but for its settings.
     void StartCue(zelmediatypes::TickTime begin, zelmediatypes::TickTime end,
-                  zelcaptioning::CaptionType type, std::size_t index,
-                  std::string_view clockText = {});
+                  zelcaptioning::CaptionType type, std::size_t index);
     // An open caption's whole timing line, `settings` and its '\n' included;
     // `clockText` as for WriteOpenCaptionLines.
     void WriteOpenTimingLine(zelmediatypes::TickTime begin, zelmediatypes::TickTime end,
